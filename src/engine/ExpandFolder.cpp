@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+// From the package to an installed folder. One straight run: nothing is rolled back, and what fails
+// is told to the user where it happens.
+#include "dialogs/YesNoDialog.h"
+#include "engine/Target.h"
+#include "package/Scrambling.h"
+#include "platform/Application.h"
+#include "platform/Dialogs.h"
+#include "platform/Machine.h"
+#include "session/TessarineStubWindow.h"
+#include "util/Clock.h"
+#include "util/Files.h"
+#include "util/GlobalsKv.h"
+#include "util/Paths.h"
+
+using GlobalsKv::gLineBreak;
+using ViewConst::DirectoryExists;
+
+void TessarineStubWindow::ExpandFolder() {
+  InfoBtn.SetVisible(false);
+  const FolderItem resources =
+      FolderItem(ContentsFolder(Machine::Current().ExecutableFile())).Child("Resources");
+  std::string data2Path;
+  std::optional<FolderItem> afterProgram;
+  if (resources.Directory()) {
+    data2Path = ViewConst::MyAbsolutePath(resources) + "Data2";
+    if (!fExecuteAfterName.empty()) afterProgram = resources.Child(fExecuteAfterName);
+  }
+  const std::optional<std::string> archivePath = SettleTarget();
+  if (!archivePath) return;
+  if (fInstallationPatch && !PreparePatch()) return;
+  if (!ClearTheWay()) return;
+  const bool putDown = PutArchiveDown(data2Path, *archivePath);
+  EncryptDecryptFileEnd(*archivePath, false);
+  if (const std::optional<FolderItem> archive = GlobalsKv::MyGetFolderItem(*archivePath)) {
+    archive->Launch(true);
+    // A copy that failed has been told already.
+    if (!ZipFileProcess(*archivePath, *archive) && putDown) ShowInstallationFailed();
+  }
+  ZipFileDelete(*archivePath, afterProgram);
+  if (afterProgram) afterProgram->Launch(true);
+}
+
+void TessarineStubWindow::ShowInstallationFailed() {
+  MessageBox(CustomLabel("Installation Failed", LabelText(13)));
+}
+
+/// Makes fTargetFolder a full path. The archive's path, or none when there is no usable target.
+std::optional<std::string> TessarineStubWindow::SettleTarget() {
+  const std::string name = fTargetFolder;
+  fTargetFolder.clear();
+  if (!IsTargetName(name)) {
+    ShowInstallationFailed();
+    return std::nullopt;
+  }
+  const std::string parent = fApplicationFolder ? ViewConst::MyAbsolutePath(ViewConst::GetApplicationFolder())
+                                                : SelectTargetFolder(ViewConst::GetApplicationPath(), true);
+  if (parent.empty()) return std::nullopt;
+  const Target target = PlanTarget(parent, name);
+  const std::string resolved = FolderItem(target.folder).Parent().ResolvedPath();
+  const std::string executable = FolderItem(Machine::Current().ExecutableFile()).ResolvedPath();
+  // Neither may a link on the way lead out of the chosen folder, nor may the install delete its own
+  // package before it has copied it.
+  if (!LiesIn(resolved, FolderItem(parent).ResolvedPath()) ||
+      LiesIn(executable, FolderItem(target.folder).ResolvedPath())) {
+    ShowInstallationFailed();
+    return std::nullopt;
+  }
+  fTargetFolder = target.folder;
+  return target.archive;
+}
+
+/// A patch needs its installation, and works on a folder of its own beside it.
+bool TessarineStubWindow::PreparePatch() {
+  if (!DirectoryExists(fTargetFolder)) {
+    MessageBox(CustomLabel("Patch Failed.  No installation folder exists.", LabelText(18)));
+    return false;
+  }
+  fTargetFolder += "Patch";
+  if (DirectoryExists(fTargetFolder)) {
+    ShowInstallinProgress();
+    ViewConst::DeleteFolderOrApp(fTargetFolder);
+  }
+  return true;
+}
+
+bool TessarineStubWindow::MayReplaceTarget() {
+  if (!fPromptToReplace) return true;
+  YesNoDialog dialog;
+  dialog.SetTitle(CustomLabel(dialog.Title(), LabelText(10)));
+  dialog.ConfirmLabel1.SetText(CustomLabel(dialog.ConfirmLabel1.Text(), LabelText(11)));
+  dialog.ConfirmLabel2.SetText(CustomLabel(dialog.ConfirmLabel2.Text(), LabelText(12)));
+  dialog.CancelBtn.SetCaption(CustomLabel(dialog.CancelBtn.Caption(), LabelText(3)));
+  dialog.OKBtn.SetCaption(CustomLabel(dialog.OKBtn.Caption(), LabelText(4)));
+  dialog.ConfirmLabel3.SetText(fTargetFolder);
+  dialog.ShowModal();
+  return dialog.fBtnName == dialog.OKBtn.Name();
+}
+
+/// Deletes an earlier installation. False when it must stay, or can't be deleted.
+bool TessarineStubWindow::ClearTheWay() {
+  if (!DirectoryExists(fTargetFolder)) return true;
+  if (!MayReplaceTarget()) return false;
+  ViewConst::DeleteFolderOrApp(fTargetFolder);
+  ShowInstallinProgress();
+  Machine::Current().DoEvents(1);
+  // Somebody else may be at work in the folder: time first, then the user.
+  for (const int seconds : {1, 3})
+    if (DirectoryExists(fTargetFolder)) ViewConst::Sleep(seconds);
+  if (!DirectoryExists(fTargetFolder)) return true;
+  MessageBox("Install Aborted" + gLineBreak + gLineBreak +
+             "Unable to delete existing installed folder.  Reboot the computer and try again or manually "
+             "delete the previously installed application folder.");
+  return false;
+}
+
+/// Copies the scrambled Payload to where it is expanded. False, after a message, when that failed.
+bool TessarineStubWindow::PutArchiveDown(const std::string& data2Path, const std::string& archivePath) {
+  ShowInstallinProgress();
+  ViewConst::DeleteFile(archivePath);
+  if (ViewConst::CopyFile(data2Path, archivePath)) return true;
+  // Half an archive is of no use to anybody and takes room on a disk that may be full.
+  ViewConst::DeleteFile(archivePath);
+  ShowInstallationFailed();
+  return false;
+}

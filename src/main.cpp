@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+// The installer: one run is one install.
+#include <csignal>
+
+#include "platform/qt/QtMachine.h"
+#include "session/App.h"
+
+int main(int argc, char** argv) {
+  // A helper or program that ends while it is written to must not end the install.
+  std::signal(SIGPIPE, SIG_IGN);
+  Application application(argc, argv);
+  QtMachine machine;
+  Machine::Install(&machine);
+  return App(application).Run();
+}

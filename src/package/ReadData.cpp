@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// From the record files in the bundle to the window's fields.
+#include "package/Scrambling.h"
+#include "platform/BinaryStream.h"
+#include "platform/Encoding.h"
+#include "platform/Machine.h"
+#include "session/TessarineStubWindow.h"
+#include "util/Strings.h"
+
+namespace {
+
+std::string FileBytes(const FolderItem& item) {
+  std::optional<BinaryStream> file = BinaryStream::Open(item);
+  return file ? file->ReadAll() : "";
+}
+
+}  // namespace
+
+bool TessarineStubWindow::ReadData() {
+  const std::string executable = Machine::Current().ExecutableFile();
+  const FolderItem bundle(executable.substr(0, ViewConst::FindText(executable, "/Contents", 0)));
+  const FolderItem resources = bundle.Child("Contents").Child("Resources");
+  std::string data = FileBytes(resources.Child("Data"));
+  if (data.empty()) return false;
+  const std::string textData = FileBytes(resources.Child("TextData"));
+  DecryptStr(data);
+  static_cast<InstallerRecord&>(*this) = ParseRecord(data, RepairUtf8(textData));
+  return true;
+}
+
+std::string TessarineStubWindow::ReadPlainOrHtmlText(const std::string& text) {
+  return DecodeNote(text);
+}
+
+std::string TessarineStubWindow::CustomLabel(const std::string& defaultText, const std::string& override) {
+  return override.empty() ? defaultText : override;
+}

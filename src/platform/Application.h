@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// The process's connection to the display, and its event loop.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+class NativeApplication;
+
+class Application {
+ public:
+  /// Connects to the display. Where there is none, says so in one sentence on the error output and
+  /// ends the process with status 0. `argc` and `argv` must outlive the object.
+  Application(int& argc, char** argv);
+  ~Application();
+  Application(const Application&) = delete;
+  Application& operator=(const Application&) = delete;
+
+  /// Runs the event loop until Quit; `opened` is its first event. The exit status.
+  int Run(const std::function<void()>& opened);
+
+  /// Ends the event loop once the present event is done. The caller returns to it.
+  static void Quit(int status);
+  /// True from Quit on, until the next Run.
+  static bool Quitting();
+
+ private:
+  std::unique_ptr<NativeApplication> fNative;
+};

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+// The controls of a window. Each bears its name for tests and assistive technology.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/Geometry.h"
+#include "platform/Window.h"
+
+struct NativeControl;
+
+/// Which edges of the window a control keeps its distance to when the window is resized.
+enum class Lock { None, AllEdges, BottomRight };
+
+/// Belongs to the window that it was made in, which must outlive it.
+class Control {
+ public:
+  const std::string& Name() const { return fName; }
+  /// The place as designed or last set; a caption that needs more room may be drawn wider.
+  Rect Place() const;
+  void SetPlace(const Rect& place);
+  bool Visible() const;
+  void SetVisible(bool visible);
+  bool Enabled() const;
+  void SetEnabled(bool enabled);
+  /// Repaints the control before returning.
+  void Refresh();
+
+ protected:
+  Control(Window& window, std::string name, const Rect& place, Lock lock,
+          std::unique_ptr<NativeControl> native);
+  ~Control();
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+  Window& Owner() const { return fWindow; }
+  NativeControl& Native() const { return *fNative; }
+
+ private:
+  Window& fWindow;
+  std::string fName;
+  std::unique_ptr<NativeControl> fNative;
+};
+
+class PushButton : public Control {
+ public:
+  enum Role { Plain, Default, Cancel };
+  PushButton(Window& window, std::string name, const Rect& place, const std::string& caption,
+             Role role = Plain, Lock lock = Lock::None);
+  const std::string& Caption() const { return fCaption; }
+  void SetCaption(const std::string& caption);
+  /// Runs on a click, on Space with the focus, and by Return (default) or Escape (cancel).
+  void OnAction(std::function<void()> action);
+  /// As if the user had clicked it; nothing when it is hidden or disabled.
+  void Push();
+
+ private:
+  std::string fCaption;
+};
+
+/// Text is shown as it stands, never as markup. A text too large for its place is drawn smaller, and
+/// where even that is not enough it is cut with an ellipsis and shown whole as a tool tip.
+class Label : public Control {
+ public:
+  enum Style { OneLine, MultiLine, Link, Small };
+  enum class Alignment { Left, Centre };
+  Label(Window& window, std::string name, const Rect& place, const std::string& text, Style style = OneLine);
+  const std::string& Text() const { return fText; }
+  void SetText(const std::string& text);
+  void SetAlignment(Alignment alignment);
+  /// A mouse press on the label, or Return or Space on a link with the focus.
+  void OnMouseDown(std::function<void()> action);
+
+ private:
+  std::string fText;
+};
+
+/// A transparent place for a picture.
+class Canvas : public Control {
+ public:
+  Canvas(Window& window, std::string name, const Rect& place);
+};
+
+class ProgressBar : public Control {
+ public:
+  ProgressBar(Window& window, std::string name, const Rect& place, int maximum);
+  int Maximum() const;
+  void SetMaximum(int maximum);
+  int Value() const;
+  /// Held within 0 and the maximum.
+  void SetValue(int value);
+};
+
+/// A read-only plain text that scrolls.
+class TextArea : public Control {
+ public:
+  TextArea(Window& window, std::string name, const Rect& place, Lock lock);
+  std::string Text() const;
+  void SetText(const std::string& text);
+};
+
+/// A page from memory: no network, no scripts, no files. Links open in the browser.
+class HTMLViewer : public Control {
+ public:
+  HTMLViewer(Window& window, std::string name, const Rect& place, Lock lock);
+  void LoadPage(const std::string& html);
+};

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// One item of the file system, named by its path. The item need not exist.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// Every operation goes to the file system at the moment of the call; nothing is cached.
+/// A boolean result is false when the system refused, and nothing is shown to the user.
+class FolderItem {
+ public:
+  /// `path` is an absolute native path in UTF-8, with or without a closing "/".
+  explicit FolderItem(std::string path);
+
+  /// The path as given, without closing "/" (but "/" itself stays).
+  const std::string& NativePath() const { return fPath; }
+  /// The path quoted as one word of a POSIX shell's command line, whatever it holds.
+  std::string ShellPath() const;
+  std::string Name() const;
+  FolderItem Parent() const;
+  FolderItem Child(const std::string& name) const;
+  /// The path with every link and ".." resolved, as far as it exists. realpath(3)
+  std::string ResolvedPath() const;
+  /// The items of a folder as they are (links not followed), in the file system's order.
+  std::vector<FolderItem> Children() const;
+
+  /// True also for a link that leads nowhere: the name is taken.
+  bool Exists() const;
+  /// True for a folder and for a link to one.
+  bool Directory() const;
+  /// True for a symbolic link itself.
+  bool Alias() const;
+  /// Bytes of a file, links followed; 0 when there is none.
+  std::uint64_t Length() const;
+  /// May this process create items in the folder (or write the file)? access(2), nothing is tried.
+  bool IsWriteable() const;
+  /// False for a name that begins with "." or that the folder's ".hidden" list names.
+  bool Visible() const;
+  void SetVisible(bool visible) const;
+
+  [[nodiscard]] bool CreateAsFolder() const;
+  /// Copies one file with its mode and times, or makes an empty folder of the source's mode.
+  /// `target` must not exist: nothing is overwritten and no link at `target` is followed. A link is
+  /// followed at the source unless `keepLink`; then the link itself is copied. What a failed copy
+  /// wrote of a file stays, so that the caller can compare lengths.
+  [[nodiscard]] bool CopyFileTo(const FolderItem& target, bool keepLink) const;
+  /// Gives an existing folder the mode and times of this one.
+  void CopyAttributesTo(const FolderItem& target) const;
+  /// rename(2): replaces a file at `target`; across file systems a copy and a delete.
+  [[nodiscard]] bool MoveFileTo(const FolderItem& target) const;
+  /// Deletes a file, a link itself, or an empty folder.
+  [[nodiscard]] bool Delete() const;
+  /// Deletes the item with all that it holds. Walks by folder descriptors: no link is followed, no
+  /// depth is too deep, and folders without write permission are opened up for their owner first.
+  bool DeleteTree() const;
+  /// chmod(2) that follows no link. `mode` holds permission bits only; false for a link.
+  bool SetPermissions(unsigned mode) const;
+  /// Permission bits, or 0 when the item is missing.
+  unsigned Permissions() const;
+
+  /// Opens the item as the desktop would: see Machine::Launch.
+  bool Launch(bool activate) const;
+
+ private:
+  std::string fPath;
+};

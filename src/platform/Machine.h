@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+// What the installer asks of the machine it runs on, besides files and windows. One object, installed
+// at start; a test installs its own.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "platform/FolderItem.h"
+
+/// An archive that a process of its own expands and reports on.
+class Expansion {
+ public:
+  virtual ~Expansion() = default;
+  /// Takes in what has been reported since the last call. False once the process has ended.
+  virtual bool Running() = 0;
+  /// The part of the work done, from 0 to 1, as of the last Running().
+  virtual double Done() const = 0;
+  /// Meaningful once Running() is false.
+  virtual bool Succeeded() const = 0;
+};
+
+class Machine {
+ public:
+  virtual ~Machine() = default;
+
+  /// Monotonic, in 1/60 second, from an arbitrary start.
+  virtual std::int64_t Ticks() = 0;
+  /// Lets windows repaint and the window manager be answered for about `milliseconds`. User input
+  /// that arrives meanwhile is dropped: no second action starts.
+  virtual void DoEvents(int milliseconds) = 0;
+  /// DoEvents for loops that do real work: costs nothing when called often.
+  virtual void Yield() = 0;
+
+  /// The running program's file, links resolved.
+  virtual std::string ExecutableFile() = 0;
+  virtual std::string HomeFolder() = 0;
+  virtual std::string DesktopFolder() = 0;
+  /// A folder of this user's alone.
+  virtual std::string TemporaryFolder() = 0;
+  /// The folder whose "System" the system is in: the parent of the Applications folder.
+  virtual std::string SystemParentFolder() = 0;
+  /// The name of volume 0, the start-up volume.
+  virtual std::string StartupVolumeName() = 0;
+  /// The system's version: first and second number. False when the system doesn't say.
+  virtual bool SystemVersion(std::int64_t& major, std::int64_t& minor) = 0;
+
+  /// Opens an address in the user's browser.
+  virtual void ShowURL(const std::string& address) = 0;
+  /// Runs one line of the command shell to its end, output discarded. The exit code.
+  virtual int Execute(const std::string& command) = 0;
+  /// Opens an item as the desktop would: an application bundle or program runs on its own, an
+  /// archive goes to the expansion helper, a document to the program that the user chose for it.
+  /// Returns at once; false when nothing could be started.
+  virtual bool Launch(const FolderItem& item) = 0;
+  /// The expansion that Launch started for this archive; none when its handler can't be watched.
+  virtual std::shared_ptr<Expansion> ExpansionOf(const FolderItem& archive) = 0;
+
+  static Machine& Current();
+  /// Makes `machine` the current one; the caller keeps it alive as long as it is.
+  static void Install(Machine* machine);
+};

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+// Top-level windows of fixed design: controls at given places, shown modally or for the whole run.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/Geometry.h"
+
+class NativeWindow;
+
+/// A movable frame without close, minimise, maximise or full-screen button.
+struct WindowStyle {
+  bool resizable = false;
+  Size smallest{};          // of a resizable window
+  bool whitePaper = false;  // white background and black text, whatever the desktop's colours
+};
+
+/// Owns its native window; controls are members of derived classes and refer to it.
+class Window {
+ public:
+  Window(Size size, const std::string& title, const WindowStyle& style = {});
+  virtual ~Window();
+  Window(const Window&) = delete;
+  Window& operator=(const Window&) = delete;
+
+  std::string Title() const;
+  void SetTitle(const std::string& title);
+  Size ContentSize() const;
+  /// Another size than designed; locked controls follow. No smaller size is left to the user.
+  void Resize(Size size);
+
+  void Show();
+  void Hide();
+  bool Visible() const;
+  /// Shows the window above all others of the program and returns when it has been hidden.
+  void ShowModal();
+  /// Gives the window the focus.
+  void SetFocus();
+  /// Brings the program and this window to the front, as far as the desktop allows.
+  void ToFront();
+  /// Repaints all of it before returning.
+  void Refresh();
+
+  /// The desktop asks the window to close, or the session ends. True keeps it open.
+  virtual bool Event_CancelClose(bool appQuitting);
+  /// The desktop closed the window (there is no button of the frame for it).
+  virtual void Event_Close() {}
+
+  NativeWindow& Native() { return *fNative; }
+
+ private:
+  std::unique_ptr<NativeWindow> fNative;
+};

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+// Data goes from file to file inside the kernel, in pieces, so that windows can repaint between them.
+#include "platform/posix/FileCopy.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <vector>
+
+#include "platform/posix/Descriptor.h"
+
+namespace {
+
+constexpr std::size_t kPiece = 4U << 20;
+constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
+
+bool WriteAll(int descriptor, const char* bytes, std::size_t count) {
+  while (count > 0) {
+    const ssize_t done = ::write(descriptor, bytes, count);
+    if (done < 0 && errno == EINTR) continue;
+    if (done <= 0) return false;
+    bytes += done;
+    count -= static_cast<std::size_t>(done);
+  }
+  return true;
+}
+
+bool CopyThroughBuffer(int source, int target, const std::function<void()>& tick) {
+  std::vector<char> buffer(256U << 10);
+  while (true) {
+    const ssize_t got = ::read(source, buffer.data(), buffer.size());
+    if (got < 0 && errno == EINTR) continue;
+    if (got <= 0) return got == 0;
+    if (!WriteAll(target, buffer.data(), static_cast<std::size_t>(got))) return false;
+    tick();
+  }
+}
+
+bool CopyData(int source, int target, const std::function<void()>& tick) {
+  while (true) {
+    const ssize_t done = ::copy_file_range(source, nullptr, target, nullptr, kPiece, 0);
+    if (done < 0 && errno == EINTR) continue;
+    // Some pairs of file systems can't, and some virtual files answer with nothing: the plain way
+    // goes on from where both files stand.
+    const bool cannot = done < 0 && (errno == EXDEV || errno == EINVAL || errno == ENOSYS ||
+                                     errno == EOPNOTSUPP || errno == EBADF);
+    if (cannot || done == 0) return CopyThroughBuffer(source, target, tick);
+    if (done < 0) return false;
+    tick();
+  }
+}
+
+bool CopyRegularFile(int source, const struct stat& info, const std::string& target,
+                     const std::function<void()>& tick) {
+  const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+  Descriptor file(::open(target.c_str(), flags, S_IRUSR | S_IWUSR));
+  if (!file.Valid()) return false;
+  const bool copied = CopyData(source, file.Get(), tick);
+  const timespec times[2] = {info.st_atim, info.st_mtim};
+  const bool dressed =
+      ::fchmod(file.Get(), info.st_mode & kPermissions) == 0 && ::futimens(file.Get(), times) == 0;
+  return ::close(file.Release()) == 0 && copied && dressed;
+}
+
+bool CopyLink(const std::string& source, const struct stat& info, const std::string& target) {
+  std::string text(static_cast<std::size_t>(info.st_size) + 1, '\0');
+  const ssize_t length = ::readlink(source.c_str(), text.data(), text.size());
+  if (length < 0 || static_cast<std::size_t>(length) >= text.size()) return false;
+  text.resize(static_cast<std::size_t>(length));
+  if (::symlink(text.c_str(), target.c_str()) != 0) return false;
+  const timespec times[2] = {info.st_atim, info.st_mtim};
+  // Some file systems keep no times for links; the link itself is what counts.
+  static_cast<void>(::utimensat(AT_FDCWD, target.c_str(), times, AT_SYMLINK_NOFOLLOW));
+  return true;
+}
+
+}  // namespace
+
+bool CopySingleItem(const std::string& source, const std::string& target, bool keepLink,
+                    const std::function<void()>& tick) {
+  struct stat info {};
+  if (::fstatat(AT_FDCWD, source.c_str(), &info, keepLink ? AT_SYMLINK_NOFOLLOW : 0) != 0) return false;
+  if (S_ISLNK(info.st_mode)) return CopyLink(source, info, target);
+  if (S_ISDIR(info.st_mode)) return ::mkdir(target.c_str(), S_IRWXU) == 0;
+  if (!S_ISREG(info.st_mode)) return false;  // opening a FIFO would wait for its other end
+  const Descriptor file(
+      ::open(source.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | (keepLink ? O_NOFOLLOW : 0)));
+  if (!file.Valid() || ::fstat(file.Get(), &info) != 0 || !S_ISREG(info.st_mode)) return false;
+  return CopyRegularFile(file.Get(), info, target, tick);
+}
+
+void CopyAttributes(const std::string& source, const std::string& target) {
+  struct stat info {};
+  if (::stat(source.c_str(), &info) != 0) return;
+  const Descriptor item(::open(target.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  if (!item.Valid()) return;
+  const timespec times[2] = {info.st_atim, info.st_mtim};
+  // A copy that keeps its contents but not its dress is still a copy.
+  static_cast<void>(::fchmod(item.Get(), info.st_mode & kPermissions));
+  static_cast<void>(::futimens(item.Get(), times));
+}

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+// Copies of single files, links and empty folders.
+#pragma once
+
+#include <functional>
+#include <string>
+
+/// See FolderItem::CopyFileTo. `tick` runs every few megabytes.
+bool CopySingleItem(const std::string& source, const std::string& target, bool keepLink,
+                    const std::function<void()>& tick);
+
+/// Permission bits and times of `source` for `target`; neither may be a link.
+void CopyAttributes(const std::string& source, const std::string& target);

@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: MIT
+// File items over POSIX calls.
+#include "platform/FolderItem.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+
+#include "platform/Machine.h"
+#include "platform/posix/FileCopy.h"
+#include "platform/posix/HiddenList.h"
+#include "platform/posix/TreeDelete.h"
+
+namespace {
+
+bool LinkStatus(const std::string& path, struct stat& info) {
+  return ::lstat(path.c_str(), &info) == 0;
+}
+
+void KeepWindowsAlive() {
+  Machine::Current().Yield();
+}
+
+}  // namespace
+
+FolderItem::FolderItem(std::string path) : fPath(std::move(path)) {
+  while (fPath.size() > 1 && fPath.back() == '/') fPath.pop_back();
+}
+
+std::string FolderItem::ShellPath() const {
+  // Inside single quotes a POSIX shell takes every byte as it is; a quote itself is put between.
+  std::string word = "'";
+  for (const char byte : fPath) {
+    if (byte == '\'')
+      word += "'\\''";
+    else
+      word += byte;
+  }
+  return word + "'";
+}
+
+std::string FolderItem::Name() const {
+  return fPath == "/" ? "" : fPath.substr(fPath.rfind('/') + 1);
+}
+
+FolderItem FolderItem::Parent() const {
+  const std::size_t slash = fPath.rfind('/');
+  return FolderItem(slash == std::string::npos || slash == 0 ? "/" : fPath.substr(0, slash));
+}
+
+FolderItem FolderItem::Child(const std::string& name) const {
+  return FolderItem(fPath == "/" ? "/" + name : fPath + "/" + name);
+}
+
+std::string FolderItem::ResolvedPath() const {
+  std::error_code error;
+  const std::filesystem::path resolved = std::filesystem::weakly_canonical(fPath, error);
+  return error ? fPath : resolved.string();
+}
+
+std::vector<FolderItem> FolderItem::Children() const {
+  std::vector<FolderItem> children;
+  DIR* list = ::opendir(fPath.c_str());
+  if (list == nullptr) return children;
+  while (const dirent* entry = ::readdir(list)) {
+    const std::string name = entry->d_name;
+    if (name != "." && name != "..") children.push_back(Child(name));
+  }
+  ::closedir(list);
+  return children;
+}
+
+bool FolderItem::Exists() const {
+  struct stat info {};
+  return LinkStatus(fPath, info);
+}
+
+bool FolderItem::Directory() const {
+  struct stat info {};
+  return ::stat(fPath.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+bool FolderItem::Alias() const {
+  struct stat info {};
+  return LinkStatus(fPath, info) && S_ISLNK(info.st_mode);
+}
+
+std::uint64_t FolderItem::Length() const {
+  struct stat info {};
+  if (::stat(fPath.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return 0;
+  return static_cast<std::uint64_t>(info.st_size);
+}
+
+bool FolderItem::IsWriteable() const {
+  return ::access(fPath.c_str(), Directory() ? W_OK | X_OK : W_OK) == 0;
+}
+
+bool FolderItem::Visible() const {
+  const std::string name = Name();
+  return !name.starts_with('.') && !IsListedHidden(Parent().NativePath(), name);
+}
+
+void FolderItem::SetVisible(bool visible) const {
+  ListHidden(Parent().NativePath(), Name(), !visible);
+}
+
+bool FolderItem::CreateAsFolder() const {
+  return ::mkdir(fPath.c_str(), 0777) == 0;
+}
+
+bool FolderItem::CopyFileTo(const FolderItem& target, bool keepLink) const {
+  return CopySingleItem(fPath, target.fPath, keepLink, KeepWindowsAlive);
+}
+
+void FolderItem::CopyAttributesTo(const FolderItem& target) const {
+  CopyAttributes(fPath, target.fPath);
+}
+
+bool FolderItem::MoveFileTo(const FolderItem& target) const {
+  if (::rename(fPath.c_str(), target.fPath.c_str()) == 0) return true;
+  if (errno != EXDEV || Directory()) return false;
+  if (target.Exists() && !target.Delete()) return false;
+  if (!CopyFileTo(target, true)) {
+    if (target.Exists()) static_cast<void>(target.Delete());
+    return false;
+  }
+  return Delete();
+}
+
+bool FolderItem::Delete() const {
+  const bool gone = std::remove(fPath.c_str()) == 0;
+  if (gone) ListHidden(Parent().NativePath(), Name(), false);
+  return gone;
+}
+
+bool FolderItem::DeleteTree() const {
+  const bool gone = DeleteTreeAt(fPath, KeepWindowsAlive);
+  if (gone) ListHidden(Parent().NativePath(), Name(), false);
+  return gone;
+}
+
+bool FolderItem::SetPermissions(unsigned mode) const {
+  return ::fchmodat(AT_FDCWD, fPath.c_str(), mode & 0777U, AT_SYMLINK_NOFOLLOW) == 0;
+}
+
+unsigned FolderItem::Permissions() const {
+  struct stat info {};
+  return LinkStatus(fPath, info) ? info.st_mode & 0777U : 0;
+}
+
+bool FolderItem::Launch(bool /*activate*/) const {
+  return Machine::Current().Launch(*this);
+}

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// A list is short: it is read whole and written anew beside itself.
+#include "platform/posix/HiddenList.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <sstream>
+#include <vector>
+
+#include "platform/posix/Descriptor.h"
+
+namespace {
+
+constexpr std::size_t kLongestList = 1U << 20;
+
+std::vector<std::string> ReadList(const std::string& folder) {
+  const Descriptor file(
+      ::open((folder + "/.hidden").c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  std::vector<std::string> names;
+  if (!file.Valid()) return names;
+  std::string text;
+  char buffer[4096];
+  ssize_t got = 0;
+  while (text.size() < kLongestList && (got = ::read(file.Get(), buffer, sizeof buffer)) > 0)
+    text.append(buffer, static_cast<std::size_t>(got));
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);)
+    if (!line.empty()) names.push_back(line);
+  return names;
+}
+
+bool WriteList(const std::string& folder, const std::vector<std::string>& names) {
+  const std::string path = folder + "/.hidden";
+  if (names.empty()) return ::unlink(path.c_str()) == 0;
+  std::string text;
+  for (const std::string& name : names) text += name + "\n";
+  std::string fresh = folder + "/.hidden.XXXXXX";
+  const Descriptor file(::mkostemp(fresh.data(), O_CLOEXEC));
+  if (!file.Valid()) return false;
+  const bool written = ::write(file.Get(), text.data(), text.size()) == static_cast<ssize_t>(text.size()) &&
+                       ::fchmod(file.Get(), 0644) == 0;
+  if (written && ::rename(fresh.c_str(), path.c_str()) == 0) return true;
+  ::unlink(fresh.c_str());
+  return false;
+}
+
+}  // namespace
+
+bool IsListedHidden(const std::string& folder, const std::string& name) {
+  const std::vector<std::string> names = ReadList(folder);
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+void ListHidden(const std::string& folder, const std::string& name, bool hidden) {
+  if (name.empty() || name.find('\n') != std::string::npos) return;
+  std::vector<std::string> names = ReadList(folder);
+  const auto at = std::find(names.begin(), names.end(), name);
+  if ((at != names.end()) == hidden) return;
+  if (hidden)
+    names.push_back(name);
+  else
+    names.erase(at);
+  static_cast<void>(WriteList(folder, names));
+}

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "platform/posix/PosixMachine.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <climits>
+
+#include "platform/posix/HelperExpansion.h"
+#include "platform/posix/Launch.h"
+#include "platform/posix/Process.h"
+#include "platform/posix/SpecialFolders.h"
+
+std::int64_t PosixMachine::Ticks() {
+  using SixtiethSeconds = std::chrono::duration<std::int64_t, std::ratio<1, 60>>;
+  const auto now = std::chrono::steady_clock::now().time_since_epoch();
+  return std::chrono::duration_cast<SixtiethSeconds>(now).count();
+}
+
+std::string PosixMachine::ExecutableFile() {
+  std::string path(PATH_MAX, '\0');
+  const ssize_t length = ::readlink("/proc/self/exe", path.data(), path.size());
+  path.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
+  return path;
+}
+
+std::string PosixMachine::HomeFolder() {
+  return UserHomeFolder();
+}
+
+std::string PosixMachine::DesktopFolder() {
+  return UserDesktopFolder();
+}
+
+std::string PosixMachine::TemporaryFolder() {
+  if (fTemporaryFolder.empty()) fTemporaryFolder = PrivateTemporaryFolder();
+  return fTemporaryFolder;
+}
+
+std::string PosixMachine::SystemParentFolder() {
+  return ApplicationsParent();
+}
+
+bool PosixMachine::SystemVersion(std::int64_t& major, std::int64_t& minor) {
+  long long first = 0;
+  long long second = 0;
+  if (!ReadSystemVersion(first, second)) return false;
+  major = first;
+  minor = second;
+  return true;
+}
+
+int PosixMachine::Execute(const std::string& command) {
+  return RunShellLine(command, HelperFolder(), [this] { DoEvents(5); });
+}
+
+bool PosixMachine::Launch(const FolderItem& item) {
+  const LaunchPlan plan = PlanLaunch(item);
+  switch (plan.kind) {
+    case LaunchKind::kNothing:
+      return false;
+    case LaunchKind::kProgram:
+      return StartDetached(plan.program, {});
+    case LaunchKind::kArchive:
+      fExpansions[item.NativePath()] = std::make_shared<HelperExpansion>(HelperFolder() + "/ditto", item);
+      return true;
+    case LaunchKind::kDocument:
+      return OpenDocument(item);
+  }
+  return false;
+}
+
+std::shared_ptr<Expansion> PosixMachine::ExpansionOf(const FolderItem& archive) {
+  const auto found = fExpansions.find(archive.NativePath());
+  return found == fExpansions.end() ? nullptr : found->second;
+}
+
+std::string PosixMachine::HelperFolder() {
+  return FolderItem(ExecutableFile()).Parent().NativePath();
+}

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// The parts of the machine that need no toolkit.
+#pragma once
+
+#include <map>
+
+#include "platform/Machine.h"
+
+class PosixMachine : public Machine {
+ public:
+  std::int64_t Ticks() override;
+  std::string ExecutableFile() override;
+  std::string HomeFolder() override;
+  std::string DesktopFolder() override;
+  std::string TemporaryFolder() override;
+  std::string SystemParentFolder() override;
+  std::string StartupVolumeName() override { return "System"; }
+  bool SystemVersion(std::int64_t& major, std::int64_t& minor) override;
+  int Execute(const std::string& command) override;
+  bool Launch(const FolderItem& item) override;
+  std::shared_ptr<Expansion> ExpansionOf(const FolderItem& archive) override;
+
+ protected:
+  /// Opens a document or folder with the desktop's choice of program.
+  virtual bool OpenDocument(const FolderItem& item) = 0;
+  /// The folder of the programs that travel beside the runtime.
+  virtual std::string HelperFolder();
+
+ private:
+  std::map<std::string, std::shared_ptr<Expansion>> fExpansions;  // by the archive's path
+  std::string fTemporaryFolder;
+};

@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: MIT
+// Processes by posix_spawn(3): no copy of a process that has windows open.
+#include "platform/posix/Process.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+#include "platform/posix/Descriptor.h"
+
+namespace {
+
+/// Where a new process's three standard streams go, and how it starts.
+class SpawnSetup {
+ public:
+  explicit SpawnSetup(short flags) {
+    ::posix_spawn_file_actions_init(&fActions);
+    ::posix_spawnattr_init(&fAttributes);
+    // What this process ignores or blocks is its own affair.
+    sigset_t signals;
+    ::sigemptyset(&signals);
+    ::posix_spawnattr_setsigmask(&fAttributes, &signals);
+    ::sigaddset(&signals, SIGPIPE);
+    ::posix_spawnattr_setsigdefault(&fAttributes, &signals);
+    ::posix_spawnattr_setflags(&fAttributes,
+                               static_cast<short>(flags | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF));
+    Silence(STDIN_FILENO, O_RDONLY);
+  }
+  ~SpawnSetup() {
+    ::posix_spawn_file_actions_destroy(&fActions);
+    ::posix_spawnattr_destroy(&fAttributes);
+  }
+  SpawnSetup(const SpawnSetup&) = delete;
+  SpawnSetup& operator=(const SpawnSetup&) = delete;
+
+  void Silence(int stream, int flags = O_WRONLY) {
+    ::posix_spawn_file_actions_addopen(&fActions, stream, "/dev/null", flags, 0);
+  }
+  void Connect(int stream, int descriptor) {
+    ::posix_spawn_file_actions_adddup2(&fActions, descriptor, stream);
+  }
+
+  pid_t Start(const std::string& program, const std::vector<std::string>& arguments, char** environment) {
+    std::vector<char*> words{const_cast<char*>(program.c_str())};
+    for (const std::string& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
+    words.push_back(nullptr);
+    pid_t id = -1;
+    const int error = ::posix_spawn(&id, program.c_str(), &fActions, &fAttributes, words.data(), environment);
+    return error == 0 ? id : -1;
+  }
+
+ private:
+  posix_spawn_file_actions_t fActions;
+  posix_spawnattr_t fAttributes;
+};
+
+/// This process's environment with `folder` first in PATH. The result owns the strings.
+std::vector<std::string> EnvironmentWithTools(const std::string& folder) {
+  std::vector<std::string> variables;
+  std::string path = "/usr/local/bin:/usr/bin:/bin";
+  for (char** variable = environ; *variable != nullptr; ++variable) {
+    if (std::strncmp(*variable, "PATH=", 5) == 0)
+      path = *variable + 5;
+    else
+      variables.emplace_back(*variable);
+  }
+  variables.push_back("PATH=" + folder + ":" + path);
+  return variables;
+}
+
+int ExitCode(int status) {
+  if (WIFEXITED(status)) return WEXITSTATUS(status);
+  return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : 127;
+}
+
+}  // namespace
+
+bool StartDetached(const std::string& program, const std::vector<std::string>& arguments) {
+  SpawnSetup setup(POSIX_SPAWN_SETSID);
+  setup.Silence(STDOUT_FILENO);
+  setup.Silence(STDERR_FILENO);
+  return setup.Start(program, arguments, environ) > 0;
+}
+
+int RunShellLine(const std::string& line, const std::string& toolFolder, const std::function<void()>& wait) {
+  SpawnSetup setup(0);
+  setup.Silence(STDOUT_FILENO);
+  setup.Silence(STDERR_FILENO);
+  std::vector<std::string> variables = EnvironmentWithTools(toolFolder);
+  std::vector<char*> environment;
+  for (std::string& variable : variables) environment.push_back(variable.data());
+  environment.push_back(nullptr);
+  const pid_t id = setup.Start("/bin/sh", {"-c", line}, environment.data());
+  if (id <= 0) return 127;
+  int status = 0;
+  while (true) {
+    const pid_t ended = ::waitpid(id, &status, WNOHANG);
+    if (ended == id) return ExitCode(status);
+    if (ended < 0 && errno != EINTR) return 127;
+    wait();
+  }
+}
+
+PipedProcess StartPiped(const std::string& program, const std::vector<std::string>& arguments) {
+  int output[2] = {-1, -1};
+  int error[2] = {-1, -1};
+  if (::pipe2(output, O_CLOEXEC) != 0) return {};
+  Descriptor outputRead(output[0]);
+  const Descriptor outputWrite(output[1]);
+  if (::pipe2(error, O_CLOEXEC) != 0) return {};
+  Descriptor errorRead(error[0]);
+  const Descriptor errorWrite(error[1]);
+  SpawnSetup setup(0);
+  setup.Connect(STDOUT_FILENO, outputWrite.Get());
+  setup.Connect(STDERR_FILENO, errorWrite.Get());
+  const pid_t id = setup.Start(program, arguments, environ);
+  if (id <= 0) return {};
+  for (const int end : {outputRead.Get(), errorRead.Get()})
+    static_cast<void>(::fcntl(end, F_SETFL, ::fcntl(end, F_GETFL) | O_NONBLOCK));
+  return {id, outputRead.Release(), errorRead.Release()};
+}

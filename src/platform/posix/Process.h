@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// Processes: detached programs, and commands that run to their end.
+#pragma once
+
+#include <sys/types.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+/// Starts `program` (a path) with `arguments` in a session of its own, with no terminal and its
+/// streams on /dev/null: it outlives this process. False when the program could not be executed.
+bool StartDetached(const std::string& program, const std::vector<std::string>& arguments);
+
+/// Runs `line` through /bin/sh with its streams on /dev/null and `toolFolder` in front of the search
+/// path. Calls `wait` while the command runs. The exit code; 128 + the signal for a killed command;
+/// 127 when the shell could not be started.
+int RunShellLine(const std::string& line, const std::string& toolFolder, const std::function<void()>& wait);
+
+/// Starts `program` with its standard output and error connected to new pipes.
+struct PipedProcess {
+  pid_t id = -1;
+  int output = -1;  // both descriptors are the caller's, non-blocking
+  int error = -1;
+};
+PipedProcess StartPiped(const std::string& program, const std::vector<std::string>& arguments);

@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: MIT
+#include "platform/Controls.h"
+
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <algorithm>
+#include <utility>
+
+#include "platform/qt/NativeLabel.h"
+#include "platform/qt/NativeViewer.h"
+#include "platform/qt/NativeWindow.h"
+
+namespace {
+
+std::unique_ptr<NativeControl> Made(QWidget* widget) {
+  auto native = std::make_unique<NativeControl>();
+  native->widget = widget;
+  return native;
+}
+
+NativeLabel* MadeLabel(Label::Style style) {
+  using Wrap = NativeLabel::Wrap;
+  auto* label = new NativeLabel(style == Label::MultiLine ? Wrap::Words : Wrap::OneLine);
+  if (style == Label::Link) label->MakeLink();
+  if (style == Label::Small) {
+    QFont small = label->font();
+    small.setPointSize(9);
+    label->setFont(small);
+  }
+  return label;
+}
+
+template <typename Widget>
+Widget& As(NativeControl& native) {
+  return *static_cast<Widget*>(native.widget);
+}
+
+}  // namespace
+
+Control::Control(Window& window, std::string name, const Rect& place, Lock lock,
+                 std::unique_ptr<NativeControl> native)
+    : fWindow(window), fName(std::move(name)), fNative(std::move(native)) {
+  fNative->place = place;
+  fNative->lock = lock;
+  fNative->widget->setObjectName(QString::fromStdString(fName));
+  if (fNative->widget->accessibleName().isEmpty())
+    fNative->widget->setAccessibleName(QString::fromStdString(fName));
+  window.Native().Add(*fNative);
+}
+
+Control::~Control() {
+  fWindow.Native().Remove(*fNative);
+}
+
+Rect Control::Place() const {
+  return fNative->place;
+}
+
+void Control::SetPlace(const Rect& place) {
+  fNative->place = place;
+  fWindow.Native().Relayout();
+}
+
+bool Control::Visible() const {
+  return !fNative->widget->isHidden();
+}
+
+void Control::SetVisible(bool visible) {
+  fNative->widget->setVisible(visible);
+  fWindow.Native().Relayout();
+}
+
+bool Control::Enabled() const {
+  return fNative->widget->isEnabled();
+}
+
+void Control::SetEnabled(bool enabled) {
+  fNative->widget->setEnabled(enabled);
+}
+
+void Control::Refresh() {
+  fNative->widget->repaint();
+}
+
+PushButton::PushButton(Window& window, std::string name, const Rect& place, const std::string& caption,
+                       Role role, Lock lock)
+    : Control(window, std::move(name), place, lock, Made(new QPushButton)) {
+  auto& button = As<QPushButton>(Native());
+  button.setAutoDefault(true);
+  Native().role = role;
+  if (role == Default) {
+    button.setDefault(true);
+    button.setFocus();
+  }
+  QObject::connect(&button, &QPushButton::clicked, &button, [native = &Native()] {
+    if (native->action) native->action();
+  });
+  SetCaption(caption);
+}
+
+void PushButton::SetCaption(const std::string& caption) {
+  fCaption = caption;
+  Native().caption = QString::fromStdString(caption);
+  Native().widget->setAccessibleName(Native().caption);
+  Owner().Native().Relayout();
+}
+
+void PushButton::OnAction(std::function<void()> action) {
+  Native().action = std::move(action);
+}
+
+void PushButton::Push() {
+  PushNative(Native());
+}
+
+Label::Label(Window& window, std::string name, const Rect& place, const std::string& text, Style style)
+    : Control(window, std::move(name), place, Lock::None, Made(MadeLabel(style))) {
+  SetText(text);
+}
+
+void Label::SetText(const std::string& text) {
+  fText = text;
+  As<NativeLabel>(Native()).ShowText(QString::fromStdString(text));
+}
+
+void Label::SetAlignment(Alignment alignment) {
+  auto& label = As<NativeLabel>(Native());
+  const Qt::Alignment vertical = label.alignment() & Qt::AlignVertical_Mask;
+  label.setAlignment(vertical | (alignment == Alignment::Centre ? Qt::AlignHCenter : Qt::AlignLeft));
+}
+
+void Label::OnMouseDown(std::function<void()> action) {
+  As<NativeLabel>(Native()).fPressed = std::move(action);
+}
+
+Canvas::Canvas(Window& window, std::string name, const Rect& place)
+    : Control(window, std::move(name), place, Lock::None, Made(new QLabel)) {}
+
+ProgressBar::ProgressBar(Window& window, std::string name, const Rect& place, int maximum)
+    : Control(window, std::move(name), place, Lock::None, Made(new QProgressBar)) {
+  auto& bar = As<QProgressBar>(Native());
+  bar.setTextVisible(false);
+  bar.setRange(0, std::max(maximum, 1));
+  bar.setValue(0);
+}
+
+int ProgressBar::Maximum() const {
+  return As<QProgressBar>(Native()).maximum();
+}
+
+void ProgressBar::SetMaximum(int maximum) {
+  As<QProgressBar>(Native()).setRange(0, std::max(maximum, 1));
+}
+
+int ProgressBar::Value() const {
+  return As<QProgressBar>(Native()).value();
+}
+
+void ProgressBar::SetValue(int value) {
+  As<QProgressBar>(Native()).setValue(std::clamp(value, 0, Maximum()));
+}
+
+TextArea::TextArea(Window& window, std::string name, const Rect& place, Lock lock)
+    : Control(window, std::move(name), place, lock, Made(new QPlainTextEdit)) {
+  auto& area = As<QPlainTextEdit>(Native());
+  area.setReadOnly(true);
+  area.setTabChangesFocus(true);
+  area.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+}
+
+std::string TextArea::Text() const {
+  return As<QPlainTextEdit>(Native()).toPlainText().toStdString();
+}
+
+void TextArea::SetText(const std::string& text) {
+  As<QPlainTextEdit>(Native()).setPlainText(QString::fromStdString(text));
+}
+
+HTMLViewer::HTMLViewer(Window& window, std::string name, const Rect& place, Lock lock)
+    : Control(window, std::move(name), place, lock, Made(new NativeViewer)) {}
+
+void HTMLViewer::LoadPage(const std::string& html) {
+  As<NativeViewer>(Native()).setHtml(QString::fromStdString(html));
+}

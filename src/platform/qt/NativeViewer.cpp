@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/NativeViewer.h"
+
+#include "platform/Machine.h"
+
+NativeViewer::NativeViewer() {
+  setOpenLinks(false);
+  setFrameShape(QFrame::NoFrame);
+  // A page counts on black text on white paper, whatever the desktop's colours.
+  QPalette paper = palette();
+  paper.setColor(QPalette::Base, Qt::white);
+  paper.setColor(QPalette::Text, Qt::black);
+  paper.setColor(QPalette::Link, QColor(0, 0, 238));
+  setPalette(paper);
+  connect(this, &QTextBrowser::anchorClicked, this, &NativeViewer::Follow);
+}
+
+QVariant NativeViewer::loadResource(int /*type*/, const QUrl& name) {
+  if (name.scheme() != "data") return QByteArray();
+  const QByteArray path = name.path(QUrl::FullyEncoded).toLatin1();
+  const qsizetype comma = path.indexOf(',');
+  const QByteArray content = QByteArray::fromPercentEncoding(path.mid(comma + 1));
+  return path.left(comma).endsWith(";base64") ? QByteArray::fromBase64(content) : content;
+}
+
+void NativeViewer::Follow(const QUrl& link) {
+  const QString scheme = link.scheme();
+  if (scheme.isEmpty() && link.path().isEmpty() && link.hasFragment())
+    scrollToAnchor(link.fragment());
+  else if (scheme == "http" || scheme == "https" || scheme == "mailto")
+    Machine::Current().ShowURL(link.toString(QUrl::FullyEncoded).toStdString());
+}

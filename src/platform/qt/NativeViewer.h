@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+// A page that comes from memory and fetches nothing.
+#pragma once
+
+#include <QTextBrowser>
+
+class NativeViewer : public QTextBrowser {
+  Q_OBJECT
+
+ public:
+  NativeViewer();
+
+ protected:
+  /// Nothing but "data:" addresses is answered: no file and no server is asked.
+  QVariant loadResource(int type, const QUrl& name) override;
+
+ private:
+  void Follow(const QUrl& link);
+};

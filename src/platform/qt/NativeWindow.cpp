@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/NativeWindow.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QProgressBar>
+#include <QScreen>
+#include <QWindow>
+#include <algorithm>
+#include <map>
+
+#include "platform/qt/ButtonRow.h"
+
+namespace {
+
+constexpr int kCaptionMargins = 16;
+
+Qt::WindowFlags FrameOf() {
+  return Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+}
+
+QPalette WhitePaper(QPalette palette) {
+  palette.setColor(QPalette::Window, Qt::white);
+  palette.setColor(QPalette::WindowText, Qt::black);
+  return palette;
+}
+
+/// Shows what fits of a caption; the whole of it stays as tool tip and accessible name.
+void ShowCaption(QPushButton& button, const QString& caption) {
+  const QString shown = button.fontMetrics().elidedText(caption, Qt::ElideRight, button.width() - 8);
+  QString escaped = shown;
+  button.setText(escaped.replace('&', "&&"));
+  button.setToolTip(shown == caption ? QString() : caption);
+}
+
+}  // namespace
+
+void PushNative(NativeControl& button) {
+  auto* widget = qobject_cast<QPushButton*>(button.widget);
+  if (widget != nullptr && !widget->isHidden() && widget->isEnabled()) widget->click();
+}
+
+NativeWindow::NativeWindow(Window& owner, Size size, const QString& title, const WindowStyle& style)
+    : QDialog(nullptr, FrameOf()), fOwner(owner), fDesign(size), fStyle(style) {
+  setWindowTitle(title);
+  if (style.whitePaper) setPalette(WhitePaper(palette()));
+  ResizeTo(size);
+}
+
+void NativeWindow::ResizeTo(Size size) {
+  if (fStyle.resizable) {
+    setMinimumSize(std::min(fStyle.smallest.width, size.width),
+                   std::min(fStyle.smallest.height, size.height));
+    resize(size.width, size.height);
+  } else {
+    setFixedSize(size.width, size.height);
+  }
+}
+
+void NativeWindow::Add(NativeControl& control) {
+  control.widget->setParent(this);
+  fControls.push_back(&control);
+  Relayout();
+}
+
+void NativeWindow::Remove(const NativeControl& control) {
+  std::erase(fControls, &control);
+}
+
+Rect NativeWindow::PlaceNow(const NativeControl& control) const {
+  Rect place = control.place;
+  const int wider = width() - fDesign.width;
+  const int higher = height() - fDesign.height;
+  if (control.lock == Lock::AllEdges) {
+    place.width = std::max(place.width + wider, 1);
+    place.height = std::max(place.height + higher, 1);
+  } else if (control.lock == Lock::BottomRight) {
+    place.left += wider;
+    place.top += higher;
+  }
+  return place;
+}
+
+void NativeWindow::Relayout() {
+  for (const NativeControl* control : fControls) control->widget->setGeometry(ToQt(PlaceNow(*control)));
+  LayOutButtons();
+}
+
+void NativeWindow::LayOutButtons() {
+  std::map<int, std::vector<NativeControl*>> rows;  // by top
+  for (NativeControl* control : fControls) {
+    if (qobject_cast<QPushButton*>(control->widget) != nullptr && !control->widget->isHidden())
+      rows[PlaceNow(*control).top].push_back(control);
+  }
+  for (auto& [top, row] : rows) {
+    std::sort(row.begin(), row.end(),
+              [](const auto* a, const auto* b) { return a->place.left < b->place.left; });
+    std::vector<ButtonSpan> spans;
+    for (const NativeControl* control : row) {
+      const Rect place = PlaceNow(*control);
+      const int wanted = control->widget->fontMetrics().horizontalAdvance(control->caption) + kCaptionMargins;
+      spans.push_back({place.left, place.width, wanted});
+    }
+    spans = FitButtonRow(std::move(spans), width());
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      QWidget* button = row[i]->widget;
+      button->setGeometry(spans[i].left, top, spans[i].width, row[i]->place.height);
+      ShowCaption(*qobject_cast<QPushButton*>(button), row[i]->caption);
+    }
+  }
+  // A bar beside grown buttons ends before them.
+  for (const NativeControl* control : fControls) {
+    if (qobject_cast<QProgressBar*>(control->widget) == nullptr) continue;
+    QRect bar = ToQt(PlaceNow(*control));
+    for (const NativeControl* button : rows[bar.top()])
+      if (button->place.left > control->place.left)
+        bar.setRight(std::min(bar.right(), button->widget->x() - 12));
+    control->widget->setGeometry(bar);
+  }
+}
+
+void NativeWindow::PutOverParent() {
+  QWidget* parent = nullptr;
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (window != this && window->isVisible() && qobject_cast<NativeWindow*>(window) != nullptr)
+      parent = window;
+  if (parent == nullptr) return;
+  winId();  // gives the window its handle
+  windowHandle()->setTransientParent(parent->windowHandle());
+  const QRect space = parent->screen()->availableGeometry();
+  QRect place(QPoint(0, 0), size());
+  place.moveCenter(parent->frameGeometry().center());
+  place.moveLeft(std::clamp(place.left(), space.left(), std::max(space.left(), space.right() - width())));
+  place.moveTop(
+      std::clamp(place.top(), space.top() + 24, std::max(space.top() + 24, space.bottom() - height())));
+  move(place.topLeft());
+}
+
+void NativeWindow::RunModal() {
+  setWindowModality(Qt::ApplicationModal);
+  PutOverParent();
+  QEventLoop loop;
+  fModalLoop = &loop;
+  show();
+  raise();
+  activateWindow();
+  loop.exec();
+  fModalLoop = nullptr;
+  hide();
+}
+
+void NativeWindow::EndModal() {
+  hide();
+  if (fModalLoop != nullptr) fModalLoop->quit();
+}
+
+NativeControl* NativeWindow::DecliningButton() const {
+  NativeControl* other = nullptr;
+  NativeControl* any = nullptr;
+  for (NativeControl* control : fControls) {
+    if (qobject_cast<QPushButton*>(control->widget) == nullptr || control->widget->isHidden()) continue;
+    if (control->role == PushButton::Cancel) return control;
+    any = control;
+    if (control->role != PushButton::Default) other = control;
+  }
+  return other != nullptr ? other : any;
+}
+
+void NativeWindow::closeEvent(QCloseEvent* event) {
+  // Only buttons end a dialog: a close request of the desktop's declines, or takes the one way out.
+  event->ignore();
+  if (fModalLoop != nullptr) {
+    if (NativeControl* button = DecliningButton()) PushNative(*button);
+  } else if (!fOwner.Event_CancelClose(false)) {
+    fOwner.Event_Close();
+  }
+}
+
+void NativeWindow::reject() {
+  for (NativeControl* control : fControls)
+    if (control->role == PushButton::Cancel) PushNative(*control);
+}
+
+void NativeWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_F10 && fMenu != nullptr)
+    fMenu->popup(mapToGlobal(QPoint(0, 0)));
+  else
+    QDialog::keyPressEvent(event);
+}
+
+void NativeWindow::resizeEvent(QResizeEvent* event) {
+  QDialog::resizeEvent(event);
+  Relayout();
+}
+
+void NativeWindow::contextMenuEvent(QContextMenuEvent* event) {
+  if (fMenu != nullptr) fMenu->popup(event->globalPos());
+}

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// The toolkit's side of a Window: keeps the design places of its controls, and its keys.
+#pragma once
+
+#include <QDialog>
+#include <QEventLoop>
+#include <QMenu>
+#include <QPushButton>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "platform/Controls.h"
+#include "platform/Window.h"
+
+inline QRect ToQt(const Rect& place) {
+  return {place.left, place.top, place.width, place.height};
+}
+
+/// A control's widget, owned by its window's widget.
+struct NativeControl {
+  QWidget* widget = nullptr;
+  Rect place;  // at the window's design size
+  Lock lock = Lock::None;
+  PushButton::Role role = PushButton::Plain;
+  QString caption;  // of a button, whole
+  std::function<void()> action;
+};
+
+class NativeWindow : public QDialog {
+  Q_OBJECT
+
+ public:
+  NativeWindow(Window& owner, Size size, const QString& title, const WindowStyle& style);
+
+  void Add(NativeControl& control);
+  void Remove(const NativeControl& control);
+  void ResizeTo(Size size);
+  /// Puts every control where its design, its locks and its caption want it.
+  void Relayout();
+  void RunModal();
+  void EndModal();
+  void SetContextMenu(std::unique_ptr<QMenu> menu) { fMenu = std::move(menu); }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void reject() override;
+
+ private:
+  Rect PlaceNow(const NativeControl& control) const;
+  void LayOutButtons();
+  NativeControl* DecliningButton() const;
+  void PutOverParent();
+
+  Window& fOwner;
+  Size fDesign;
+  WindowStyle fStyle;
+  std::vector<NativeControl*> fControls;
+  std::unique_ptr<QMenu> fMenu;
+  QEventLoop* fModalLoop = nullptr;
+};
+
+/// Clicks the button unless it is hidden or disabled.
+void PushNative(NativeControl& button);

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/QtMachine.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QEventLoop>
+#include <QTimer>
+#include <QUrl>
+#include <QWindow>
+
+namespace {
+
+/// While it lives, what the user does with mouse and keyboard is dropped.
+class InputDropped : public QObject {
+ public:
+  InputDropped() { qApp->installEventFilter(this); }
+  ~InputDropped() override { qApp->removeEventFilter(this); }
+  InputDropped(const InputDropped&) = delete;
+  InputDropped& operator=(const InputDropped&) = delete;
+
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    switch (event->type()) {
+      case QEvent::MouseButtonPress:
+      case QEvent::MouseButtonRelease:
+      case QEvent::MouseButtonDblClick:
+      case QEvent::KeyPress:
+      case QEvent::KeyRelease:
+      case QEvent::Shortcut:
+      case QEvent::ShortcutOverride:
+      case QEvent::Wheel:
+      case QEvent::ContextMenu:
+      case QEvent::TouchBegin:
+      case QEvent::TouchUpdate:
+      case QEvent::TouchEnd:
+      case QEvent::TabletPress:
+      case QEvent::TabletRelease:
+        return true;
+      case QEvent::Close:
+        event->ignore();
+        return true;
+      default:
+        return false;
+    }
+  }
+};
+
+}  // namespace
+
+void QtMachine::DoEvents(int milliseconds) {
+  const InputDropped dropped;
+  QEventLoop loop;
+  QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+  loop.exec();
+}
+
+void QtMachine::Yield() {
+  if (fLastYield == Ticks()) return;
+  const InputDropped dropped;
+  QCoreApplication::processEvents();
+  fLastYield = Ticks();
+}
+
+void QtMachine::ShowURL(const std::string& address) {
+  static_cast<void>(QDesktopServices::openUrl(QUrl(QString::fromStdString(address))));
+}
+
+bool QtMachine::OpenDocument(const FolderItem& item) {
+  return QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(item.NativePath())));
+}

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#include "session/App.h"
+
+#include "util/GlobalsKv.h"
+
+int App::Run() {
+  const int status = fApplication.Run([this] {
+    Event_Open();
+    LateStartup();
+  });
+  fDefaultView.reset();
+  return status;
+}
+
+void App::Event_Open() {
+  GlobalsKv::KvAppInit();
+  GlobalsKv::gIgnoreTranslocationError = true;
+}
+
+void App::LateStartup() {
+  fDefaultView = std::make_unique<TessarineStubWindow>();
+  fDefaultView->Event_Open();
+  if (Application::Quitting()) return;
+  fDefaultView->Show();
+  fDefaultView->MyProcessToTop();
+}

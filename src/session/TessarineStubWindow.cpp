@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#include "session/TessarineStubWindow.h"
+
+#include "platform/Application.h"
+#include "platform/Machine.h"
+#include "platform/Menu.h"
+#include "util/Strings.h"
+
+namespace {
+
+const MenuBar kMenuBar1 = {
+    {"FileMenu", "&File", {{"FileQuit", "&Quit", "Cmd+Q", MenuCommand::Quit}}},
+    {"EditMenu",
+     "&Edit",
+     {{"EditUndo", "&Undo", "Cmd+Z", MenuCommand::Undo},
+      {"UntitledMenu1", "-", "", MenuCommand::Separator},
+      {"EditCut", "Cu&t", "Cmd+X", MenuCommand::Cut},
+      {"EditCopy", "&Copy", "Cmd+C", MenuCommand::Copy},
+      {"EditPaste", "&Paste", "Cmd+V", MenuCommand::Paste},
+      {"EditClear", "&Delete", "", MenuCommand::Clear},
+      {"UntitledMenu0", "-", "", MenuCommand::Separator},
+      {"EditSelectAll", "Select &All", "Cmd+A", MenuCommand::SelectAll}}},
+};
+
+}  // namespace
+
+TessarineStubWindow::TessarineStubWindow() : Window({396, 238}, "Install", {.whitePaper = true}) {
+  for (Control* control : {static_cast<Control*>(&ProgressBar1), static_cast<Control*>(&URLLabel),
+                           static_cast<Control*>(&PictureCanvas), static_cast<Control*>(&LogoCanvas),
+                           static_cast<Control*>(&CopyrightLabel), static_cast<Control*>(&InfoBtn)})
+    control->SetVisible(false);
+  QuitBtn.OnAction([this] { QuitBtn_Action(); });
+  InstallBtn.OnAction([this] { InstallBtn_Action(); });
+  InfoBtn.OnAction([this] { InfoBtn_Action(); });
+  URLLabel.OnMouseDown([this] { URLLabel_MouseDown(); });
+  AttachMenuBar(*this, kMenuBar1);
+}
+
+void TessarineStubWindow::Event_Open() {
+  DoStartup();
+}
+
+void TessarineStubWindow::Event_Close() {
+  Application::Quit(0);
+}
+
+void TessarineStubWindow::QuitBtn_Action() {
+  Application::Quit(0);
+}
+
+void TessarineStubWindow::InstallBtn_Action() {
+  InstallBtn.SetEnabled(false);
+  OKBtnClicked();
+  Application::Quit(0);
+}
+
+void TessarineStubWindow::InfoBtn_Action() {
+  InfoBtnClicked();
+}
+
+bool TessarineStubWindow::URLLabel_MouseDown() {
+  if (fURLActual.empty()) return false;
+  const bool complete = ViewConst::Pos("http", fURLActual) > 0;
+  Machine::Current().ShowURL(complete ? fURLActual : "http://" + fURLActual);
+  return false;
+}

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+// The installer's one main window, and the table of contents of an install: its controls, the record
+// that it inherits, and its operations, grouped by the file that holds their bodies.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "package/InstallerRecord.h"
+#include "platform/Controls.h"
+#include "platform/FolderItem.h"
+#include "platform/Window.h"
+
+class TessarineStubWindow : public Window, public InstallerRecord {
+ public:
+  TessarineStubWindow();
+
+  PushButton QuitBtn{*this, "QuitBtn", {204, 198, 80, 20}, "Quit"};
+  PushButton InstallBtn{*this, "InstallBtn", {296, 198, 80, 20}, "Install", PushButton::Default};
+  Label MessageLabel{*this, "MessageLabel", {96, 14, 204, 77}, "", Label::MultiLine};
+  ProgressBar ProgressBar1{*this, "ProgressBar1", {37, 198, 155, 20}, 100};
+  Label URLLabel{*this, "URLLabel", {20, 104, 356, 20}, "URL", Label::Link};
+  Canvas PictureCanvas{*this, "PictureCanvas", {20, 12, 64, 64}};
+  Canvas LogoCanvas{*this, "LogoCanvas", {312, 12, 64, 64}};
+  Label CopyrightLabel{*this, "CopyrightLabel", {20, 226, 356, 12}, "", Label::Small};
+  PushButton InfoBtn{*this, "InfoBtn", {20, 198, 80, 20}, "Info"};
+
+  // session/TessarineStubWindow.cpp: the window's events
+  void Event_Open();
+  void Event_Close() override;
+  void QuitBtn_Action();
+  void InstallBtn_Action();
+  void InfoBtn_Action();
+  bool URLLabel_MouseDown();
+
+  // session/DoStartup.cpp
+  void DoStartup();
+  /// Brings the program to the front. It can't fail from the caller's point of view.
+  void MyProcessToTop() { ToFront(); }
+
+  // session/InstallWalk.cpp
+  void OKBtnClicked();
+  void InfoBtnClicked();
+  void ShowInstallinProgress();
+
+  // package/ReadData.cpp
+  /// True when the package's Data record was there and all fields are set.
+  bool ReadData();
+  std::string ReadPlainOrHtmlText(const std::string& text);
+  /// `override` unless it is empty.
+  static std::string CustomLabel(const std::string& defaultText, const std::string& override);
+
+  // engine/ExpandFolder.cpp
+  /// From the package to the installed folder. Tells the user itself what went wrong;
+  /// fTargetFolder holds the target's path afterwards, or nothing when the user chose none.
+  void ExpandFolder();
+
+  // engine/SelectTargetFolder.cpp
+  /// A folder's path without closing "/", or empty after a message or a cancel; a cancel gives
+  /// `path` unless `cancelGivesEmpty`.
+  std::string SelectTargetFolder(const std::string& path, bool cancelGivesEmpty);
+
+  // engine/ZipFileProcess.cpp
+  /// Waits for the launched archive's expansion, or as long as it should need where it can't be watched.
+  /// False only when the expansion was watched and has failed.
+  bool ZipFileProcess(const std::string& path, const FolderItem& file);
+  /// Launches `file`, if any, and removes the archive at `path`.
+  void ZipFileDelete(const std::string& path, const std::optional<FolderItem>& file);
+
+ private:
+  // engine/ExpandFolder.cpp
+  std::optional<std::string> SettleTarget();
+  bool PreparePatch();
+  bool ClearTheWay();
+  bool MayReplaceTarget();
+  bool PutArchiveDown(const std::string& data2Path, const std::string& archivePath);
+  void ShowInstallationFailed();
+};

@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#include "util/Files.h"
+
+#include "platform/BinaryStream.h"
+#include "platform/FolderItem.h"
+#include "platform/Machine.h"
+#include "util/Debug.h"
+#include "util/GlobalsKv.h"
+#include "util/Paths.h"
+#include "util/Strings.h"
+
+namespace ViewConst {
+
+using GlobalsKv::MyGetFolderItem;
+
+namespace {
+
+/// Copies one item and, for a folder, what it holds.
+bool CopyWhole(const FolderItem& source, const FolderItem& target, bool lengthWillDo) {
+  bool copied = source.CopyFileTo(target, false);
+  if (!copied && lengthWillDo) copied = target.Exists() && target.Length() == source.Length();
+  return copied && CopyFolder(source.NativePath(), target.NativePath());
+}
+
+bool IsWithin(const FolderItem& item, const FolderItem& folder) {
+  return (item.NativePath() + "/").starts_with(folder.NativePath() + "/");
+}
+
+void Pend(bool showErrors, int number, const std::string& detail) {
+  if (!showErrors) return;
+  GlobalsKv::gConflictType = 999;
+  GlobalsKv::gErrorString = GlobalsKv::MyGetString(number) + detail;
+}
+
+}  // namespace
+
+bool FileExists(const std::string& path) {
+  const std::optional<FolderItem> item = MyGetFolderItem(path);
+  return item && item->Exists();
+}
+
+bool DirectoryExists(const std::string& path) {
+  std::string folder = path;
+  if (folder != "/") DropTrailingPathSeparator(folder);
+  const std::optional<FolderItem> item = MyGetFolderItem(folder);
+  return item && item->Directory();
+}
+
+void DeleteFile(const std::string& path) {
+  const std::optional<FolderItem> item = MyGetFolderItem(path);
+  if (item && item->Exists()) static_cast<void>(item->Delete());
+}
+
+bool RenameFile(const std::string& oldPath, const std::string& newPath) {
+  if (NonCaseMatch(oldPath, newPath)) return false;
+  const std::optional<FolderItem> from = MyGetFolderItem(oldPath);
+  const std::optional<FolderItem> to = MyGetFolderItem(newPath);
+  if (!from || !from->Exists() || !to) return false;
+  if (from->Directory() || to->Directory()) DeleteFile(newPath);
+  // A file replaces a file in one step: the old one is there until the new one is.
+  static_cast<void>(from->MoveFileTo(*to));
+  return true;
+}
+
+void DeleteFolderOrApp(const std::string& path) {
+  const std::optional<FolderItem> item = MyGetFolderItem(path);
+  if (item && item->Exists()) item->DeleteTree();
+}
+
+bool CopyFile(const std::string& source, const std::string& target) {
+  const std::optional<FolderItem> from = MyGetFolderItem(source);
+  const std::optional<FolderItem> to = MyGetFolderItem(target);
+  if (!from || !to || from->NativePath() == to->NativePath()) return false;
+  if (to->Exists()) static_cast<void>(to->Delete());
+  return CopyWhole(*from, *to, true);
+}
+
+bool CopyFileB(const std::string& source, const std::string& target) {
+  const std::optional<FolderItem> from = MyGetFolderItem(source);
+  const std::optional<FolderItem> to = MyGetFolderItem(target);
+  if (!from || !to || from->NativePath() == to->NativePath()) return false;
+  if (to->Exists() && !to->Delete()) DeleteFolderOrApp(target);
+  return CopyWhole(*from, *to, false);
+}
+
+bool CopyFolder(const std::string& source, const std::string& target) {
+  const std::optional<FolderItem> from = MyGetFolderItem(source);
+  const std::optional<FolderItem> to = MyGetFolderItem(target);
+  if (!from || !to) return false;
+  if (!from->Directory()) return from->Exists();
+  if (IsWithin(*to, *from)) return false;
+  bool complete = to->Directory() || to->CreateAsFolder();
+  const std::string folder = MyAbsolutePath(to);
+  for (const FolderItem& child : from->Children()) {
+    const FolderItem copy(folder + child.Name());
+    if (child.Directory() && !child.Alias()) {
+      if (!CopyFolder(child.NativePath(), copy.NativePath())) complete = false;
+    } else {
+      if (copy.Exists() && !copy.Directory()) static_cast<void>(copy.Delete());
+      if (!child.CopyFileTo(copy, true)) complete = false;
+    }
+  }
+  from->CopyAttributesTo(*to);
+  return complete;
+}
+
+void ForceDirectories(const std::string& path, bool showErrors) {
+  DebugConsole("FD0");
+  std::string folder = path;
+  DropTrailingPathSeparator(folder);
+  if (folder.empty() || DirectoryExists(folder)) {
+    DebugConsole("FD1");
+    return;
+  }
+  GlobalsKv::gConflictType = 0;
+  DebugConsole("FD2");
+  for (int n = 2;; ++n) {
+    const std::string prefix = DirectoryPathExtract(folder, n);
+    DebugConsole("FD4");
+    if (prefix.empty()) break;
+    const std::optional<FolderItem> item = MyGetFolderItem(prefix);
+    DebugConsole("FD4.1");
+    if (!item) break;
+    if (item->Exists() && !item->Directory()) {
+      DebugConsole("FD4.2");
+      Pend(showErrors, 36, prefix);
+      break;
+    }
+    if (!item->Exists()) static_cast<void>(item->CreateAsFolder());
+    DebugConsole("FD4.3");
+    if (!item->Exists()) {
+      DebugConsole("FD5");
+      Pend(showErrors, 34, GlobalsKv::gLineBreak + GlobalsKv::gLineBreak + prefix);
+      break;
+    }
+    DebugConsole("FD6");
+  }
+  DebugConsole("FD7");
+}
+
+void DataFileRead(const std::string& path, std::string& text) {
+  text.clear();
+  const std::optional<FolderItem> item = MyGetFolderItem(path);
+  if (!item) return;
+  if (std::optional<BinaryStream> file = BinaryStream::Open(*item)) text = file->ReadAll();
+}
+
+void DataFileWrite(const std::string& path, const std::string& text) {
+  const std::optional<FolderItem> item = MyGetFolderItem(path);
+  if (!item || !item->Parent().Directory()) return;
+  std::optional<BinaryStream> file = BinaryStream::Create(*item);
+  // Callers can't be told; who reads the file sees what there is.
+  if (file) static_cast<void>(file->Write(text));
+}
+
+}  // namespace ViewConst
