@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyleOptionFocusRect>
+#include <algorithm>
 
 namespace {
 constexpr int kSmallestPixels = 9;
@@ -35,15 +36,31 @@ void NativeLabel::MakeLink() {
   setFocusPolicy(Qt::StrongFocus);
 }
 
-int NativeLabel::Flags() const {
-  const int wrapping = fWrap == Wrap::Words ? Qt::TextWordWrap : Qt::TextSingleLine;
-  return static_cast<int>(alignment()) | wrapping;
+QString NativeLabel::OneParagraph(const QString& text) const {
+  QString lines = text;
+  return lines.replace('\n', fWrap == Wrap::Words ? QChar(QChar::LineSeparator) : QChar(' '));
+}
+
+QSizeF NativeLabel::LayOut(QTextLayout& layout) const {
+  const bool words = fWrap == Wrap::Words;
+  QTextOption option(alignment() & Qt::AlignHorizontal_Mask);
+  option.setWrapMode(words ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
+  layout.setTextOption(option);
+  QSizeF taken(0, 0);
+  layout.beginLayout();
+  for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+    line.setLineWidth(contentsRect().width());
+    line.setPosition(QPointF(0, taken.height()));
+    taken = QSizeF(std::max(taken.width(), line.naturalTextWidth()), taken.height() + line.height());
+  }
+  layout.endLayout();
+  return taken;
 }
 
 bool NativeLabel::Fits(const QString& text, const QFont& candidate) const {
-  const QFontMetrics metrics(candidate);
-  const QRect wanted = metrics.boundingRect(contentsRect(), Flags(), text);
-  return wanted.width() <= contentsRect().width() && wanted.height() <= contentsRect().height();
+  QTextLayout layout(OneParagraph(text), candidate);
+  const QSizeF taken = LayOut(layout);
+  return taken.height() <= contentsRect().height() && taken.width() <= contentsRect().width();
 }
 
 void NativeLabel::Fit() {
@@ -68,9 +85,13 @@ void NativeLabel::Fit() {
 
 void NativeLabel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  painter.setFont(fShownFont);
   painter.setPen(palette().color(QPalette::WindowText));
-  painter.drawText(contentsRect(), Flags(), fShown);
+  QTextLayout layout(OneParagraph(fShown), fShownFont);
+  const qreal height = LayOut(layout).height();
+  QPointF corner = contentsRect().topLeft();
+  if (alignment().testFlag(Qt::AlignVCenter))
+    corner.ry() += std::max(0.0, (contentsRect().height() - height) / 2);
+  layout.draw(&painter, corner);
   if (hasFocus()) {
     QStyleOptionFocusRect option;
     option.initFrom(this);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QTextLayout>
 #include <functional>
 
 class NativeLabel : public QLabel {
@@ -22,7 +23,10 @@ class NativeLabel : public QLabel {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  int Flags() const;
+  /// Breaks `text` into the lines of `layout`; what they take in all. Words are broken only where one
+  /// alone is wider than the label.
+  QSizeF LayOut(QTextLayout& layout) const;
+  QString OneParagraph(const QString& text) const;
   bool Fits(const QString& text, const QFont& candidate) const;
   void Fit();
 

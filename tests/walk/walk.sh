@@ -1,0 +1,119 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# A package is made by the packager and installed by hand: declined, installed, replaced, refused.
+# Usage: walk.sh FOLDER-OF-BINARIES
+set -euo pipefail
+bin=$1
+here=$(cd "$(dirname "$0")" && pwd)
+. "$here/driver.sh"
+
+work=$(mktemp -d)
+finish() {
+  stop_display
+  chmod -R u+w "$work"
+  rm -rf "$work"
+}
+trap finish EXIT
+export HOME="$work/home" TMPDIR="$work"
+mkdir -p "$HOME" "$work/chosen" "$work/Media Name"
+
+"$here/../../demo/make-payload" "$work/payload"
+cat > "$work/package.json" <<END
+{
+  "windowTitle": "Walk",
+  "message": "A walk through an install.",
+  "preInstallNotes": {"html": "<html><h1>Before you go on</h1><p>A page.</p></html>"},
+  "agreement": "First line\nSecond line",
+  "labels": {"agree": "I do, and I have read every word of it"},
+  "targetFolder": "Lantern",
+  "promptToReplace": true,
+  "payload": {"folder": "$work/payload/Lantern"}
+}
+END
+"$bin/tessarine-pack" "$work/package.json" "$work/Media Name/Setup.app"
+runtime="$work/Media Name/Setup.app/Contents/MacOS/TessarineStub"
+
+# Starts an install and leads it to the folder dialog.
+start_install() {
+  "$runtime" &
+  installer=$!
+  await_window "Walk"
+  click 336 208
+  await_window "Pre-Installation Notes"
+  press Return
+  await_window "License Agreement"
+  press Return
+  await_window "Walk"
+}
+
+choose() {
+  enter "$1"
+  press Return
+}
+
+same_tree() { diff <(cd "$1" && list_tree) <(cd "$2" && list_tree); }
+list_tree() { find . -printf '%P %y %m %l\n' | sort; find . -type f -exec sha256sum {} + | sort; }
+
+start_display
+
+echo "walk: declined at the notes, with the keyboard"
+"$runtime" &
+installer=$!
+await_window "Walk"
+press Return
+await_window "Pre-Installation Notes"
+press Escape
+await_end "$installer"
+
+echo "walk: declined at the agreement, with the mouse"
+"$runtime" &
+installer=$!
+await_window "Walk"
+click 336 208
+await_window "Pre-Installation Notes"
+click 692 508
+await_window "License Agreement"
+press Tab Tab
+press shift+Tab shift+Tab # and back to where it was
+press alt+F4 # the desktop asks the window to close: that declines
+await_end "$installer"
+
+echo "walk: cancelled at the folder"
+start_install
+press Escape
+await_end "$installer"
+[ -z "$(ls -A "$work/chosen")" ] || die "a declined install wrote something"
+
+echo "walk: installed"
+start_install
+choose "$work/chosen"
+await_end "$installer"
+same_tree "$work/payload/Lantern" "$work/chosen/Lantern" || die "the installed tree differs"
+[ "$(ls -A "$work/chosen")" = Lantern ] || die "something was left beside the target"
+"$work/chosen/Lantern/Lantern.app/Contents/MacOS/Lantern" >/dev/null
+
+echo "walk: an existing target is kept on Cancel and replaced on OK"
+touch "$work/chosen/Lantern/mine"
+start_install
+choose "$work/chosen"
+await_window "Confirmation"
+click 300 125
+await_end "$installer"
+[ -e "$work/chosen/Lantern/mine" ] || die "Cancel deleted the folder"
+start_install
+choose "$work/chosen"
+await_window "Confirmation"
+press Return
+await_end "$installer"
+same_tree "$work/payload/Lantern" "$work/chosen/Lantern" || die "the replaced tree differs"
+
+echo "walk: into the Applications folder, the archive damaged"
+printf 'damage' | dd of="$work/Media Name/Setup.app/Contents/Resources/Data2" bs=1 seek=3000 conv=notrunc status=none
+start_install
+choose "$HOME"
+await_window "Walk" # the message box
+press Return
+await_end "$installer"
+[ ! -e "$HOME/Lantern" ] || die "half an install was left"
+[ ! -e "$HOME/Lantern.zip" ] || die "the archive was left"
+echo "walk: passed"
