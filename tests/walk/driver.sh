@@ -40,7 +40,7 @@ die() {
 await_window() {
   local title=$1 tries
   for tries in $(seq 200); do
-    WINDOW=$(xdotool search --onlyvisible --name "^${title}\$" 2>/dev/null | tail -n 1)
+    WINDOW=$(xdotool search --onlyvisible --name "^${title}\$" 2>/dev/null | tail -n 1 || true)
     if [ -n "$WINDOW" ] && [ "$(xdotool getactivewindow 2>/dev/null)" = "$WINDOW" ]; then
       sleep 0.2 # painted
       return
@@ -60,7 +60,7 @@ await_no_window() {
 }
 
 # Clicks with the real mouse at a place in WINDOW.
-click() { xdotool mousemove --sync --window "$WINDOW" "$1" "$2" click 1; }
+click() { xdotool mousemove --window "$WINDOW" "$1" "$2" click 1; }
 
 press() { xdotool key --clearmodifiers "$@"; }
 

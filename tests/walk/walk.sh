@@ -107,7 +107,7 @@ press Return
 await_end "$installer"
 same_tree "$work/payload/Lantern" "$work/chosen/Lantern" || die "the replaced tree differs"
 
-echo "walk: into the Applications folder, the archive damaged"
+echo "walk: a damaged archive installs nothing"
 printf 'damage' | dd of="$work/Media Name/Setup.app/Contents/Resources/Data2" bs=1 seek=3000 conv=notrunc status=none
 start_install
 choose "$HOME"
