@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "package/Scrambling.h"
 
+#include <bit>
+#include <cstdint>
+#include <cstring>
 #include <vector>
 
 #include "platform/BinaryStream.h"
@@ -12,21 +15,30 @@ namespace {
 /// Even, so that each piece begins with an unchanged byte as the file does.
 constexpr std::size_t kPiece = 256U << 10;
 
+/// Adds `by` to every second byte. Taken as a 16-bit number, low byte first, each pair has its second
+/// byte on top, where an overflow falls off: one addition does both bytes.
 void Shift(char* bytes, std::size_t count, unsigned char by) {
-  for (std::size_t i = 1; i < count; i += 2)
-    bytes[i] = static_cast<char>(static_cast<unsigned char>(bytes[i]) + by);
+  static_assert(std::endian::native == std::endian::little);
+  const auto add = static_cast<std::uint16_t>(by << 8U);
+  for (std::size_t i = 0; i + 1 < count; i += 2) {
+    std::uint16_t pair = 0;
+    std::memcpy(&pair, bytes + i, sizeof pair);
+    pair = static_cast<std::uint16_t>(pair + add);
+    std::memcpy(bytes + i, &pair, sizeof pair);
+  }
 }
 
 constexpr unsigned char kRaise = 1;
 constexpr unsigned char kLower = 255;  // minus one, modulo 256
 
+/// `source` and `target` may be the same stream.
 bool ShiftFile(BinaryStream& source, BinaryStream& target, unsigned char by) {
   std::vector<char> piece(kPiece);
   const std::uint64_t length = source.Length();
   std::uint64_t done = 0;
   while (const std::size_t got = source.Read(piece.data(), piece.size())) {
     Shift(piece.data(), got, by);
-    if (!target.Write(piece.data(), got)) return false;
+    if (!target.WriteAt(done, piece.data(), got)) return false;
     done += got;
     Machine::Current().Yield();
   }
@@ -48,12 +60,17 @@ std::string Encrypt(const std::string& text) {
 void EncryptDecryptFileEnd(const std::string& path, bool encrypt) {
   const std::optional<FolderItem> item = GlobalsKv::MyGetFolderItem(path);
   if (!item) return;
+  const unsigned char by = encrypt ? kRaise : kLower;
+  if (std::optional<BinaryStream> file = BinaryStream::Update(*item)) {
+    // A write that fails half-way spoils the copy at hand; who opens it next finds no sound archive.
+    static_cast<void>(ShiftFile(*file, *file, by));
+    return;
+  }
   std::optional<BinaryStream> source = BinaryStream::Open(*item);
   if (!source) return;
-  // The new file grows beside the old one: nothing is lost when the disk fills up on the way.
   const FolderItem fresh(item->NativePath() + ".part");
   std::optional<BinaryStream> target = BinaryStream::Create(fresh);
   if (!target) return;
-  const bool written = ShiftFile(*source, *target, encrypt ? kRaise : kLower) && target->Close();
+  const bool written = ShiftFile(*source, *target, by) && target->Close();
   if (!written || !fresh.MoveFileTo(*item)) static_cast<void>(fresh.Delete());
 }

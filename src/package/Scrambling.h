@@ -11,7 +11,8 @@ void DecryptStr(std::string& text);
 /// The scrambled bytes of `text`; the inverse of DecryptStr.
 std::string Encrypt(const std::string& text);
 
-/// Replaces the file by its scrambled or unscrambled form, in memory independent of its size. The new
-/// file takes the old one's place, without its attributes, once it is complete; when it can't be
-/// written, the old one stays as it is. Nothing is reported; a missing file is left missing.
+/// Scrambles or unscrambles a whole file in memory independent of its size. It is done in place, so that
+/// it needs no further room on the disk; a file with several names, or named by a link, is replaced by a
+/// new one instead, and keeps its bytes when that can't be written. Nothing is reported; a missing file
+/// is left missing.
 void EncryptDecryptFileEnd(const std::string& path, bool encrypt);

@@ -17,6 +17,9 @@ class BinaryStream {
   /// A new file for writing. Whatever file or link bears the name is removed first; a folder is not,
   /// and then there is no stream. The file's mode is 0666 less the process's mask.
   static std::optional<BinaryStream> Create(const FolderItem& item);
+  /// An existing file to be changed in place, made writable for its owner where it isn't. No stream for
+  /// a link, or a file that bears further names: somebody else's file would change with it.
+  static std::optional<BinaryStream> Update(const FolderItem& item);
 
   BinaryStream(BinaryStream&& other) noexcept;
   BinaryStream& operator=(BinaryStream&&) = delete;
@@ -30,6 +33,8 @@ class BinaryStream {
   /// False when not every byte was taken, as on a full disk.
   [[nodiscard]] bool Write(const char* bytes, std::size_t count);
   [[nodiscard]] bool Write(const std::string& bytes) { return Write(bytes.data(), bytes.size()); }
+  /// Writes at a byte offset; where Read goes on is not changed.
+  [[nodiscard]] bool WriteAt(std::uint64_t offset, const char* bytes, std::size_t count);
   /// False when the system reports a late write error.
   bool Close();
 

@@ -27,6 +27,18 @@ std::optional<BinaryStream> BinaryStream::Create(const FolderItem& item) {
   return BinaryStream(descriptor);
 }
 
+std::optional<BinaryStream> BinaryStream::Update(const FolderItem& item) {
+  const int flags = O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+  int descriptor = ::open(item.NativePath().c_str(), flags);
+  if (descriptor < 0 && errno == EACCES && item.SetPermissions(item.Permissions() | S_IWUSR))
+    descriptor = ::open(item.NativePath().c_str(), flags);
+  if (descriptor < 0) return std::nullopt;
+  BinaryStream stream(descriptor);
+  struct stat info {};
+  if (::fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode) || info.st_nlink != 1) return std::nullopt;
+  return stream;
+}
+
 BinaryStream::BinaryStream(BinaryStream&& other) noexcept
     : fDescriptor(std::exchange(other.fDescriptor, -1)) {}
 
@@ -62,6 +74,18 @@ bool BinaryStream::Write(const char* bytes, std::size_t count) {
     if (done < 0 && errno == EINTR) continue;
     if (done <= 0) return false;
     bytes += done;
+    count -= static_cast<std::size_t>(done);
+  }
+  return true;
+}
+
+bool BinaryStream::WriteAt(std::uint64_t offset, const char* bytes, std::size_t count) {
+  while (count > 0) {
+    const ssize_t done = ::pwrite(fDescriptor, bytes, count, static_cast<off_t>(offset));
+    if (done < 0 && errno == EINTR) continue;
+    if (done <= 0) return false;
+    bytes += done;
+    offset += static_cast<std::uint64_t>(done);
     count -= static_cast<std::size_t>(done);
   }
   return true;

@@ -31,6 +31,7 @@ void MessageBox(const std::string& text) {
   box.setObjectName("MessageBox");
   box.setTextFormat(Qt::PlainText);
   box.button(QMessageBox::Ok)->setObjectName("OKBtn");
+  box.button(QMessageBox::Ok)->setIcon(QIcon());
   box.exec();
 }
 
