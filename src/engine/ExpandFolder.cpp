@@ -32,7 +32,9 @@ void TessarineStubWindow::ExpandFolder() {
   if (!ClearTheWay()) return;
   const bool putDown = PutArchiveDown(data2Path, *archivePath);
   EncryptDecryptFileEnd(*archivePath, false);
-  if (const std::optional<FolderItem> archive = GlobalsKv::MyGetFolderItem(*archivePath)) {
+  // A folder of that name is somebody else's.
+  const std::optional<FolderItem> archive = GlobalsKv::MyGetFolderItem(*archivePath);
+  if (archive && !archive->Directory()) {
     archive->Launch(true);
     // A copy that failed has been told already.
     if (!ZipFileProcess(*archivePath, *archive) && putDown) ShowInstallationFailed();

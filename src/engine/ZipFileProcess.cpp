@@ -51,9 +51,10 @@ bool TessarineStubWindow::ZipFileProcess(const std::string& /*path*/, const Fold
 void TessarineStubWindow::ZipFileDelete(const std::string& path, const std::optional<FolderItem>& file) {
   if (file) file->Launch(true);
   const std::int64_t end = Machine::Current().Ticks() + std::int64_t{ViewConst::kVanishLimit} * 60;
-  while (ViewConst::FileExists(path) && Machine::Current().Ticks() < end) {
+  const auto stays = [&path] { return ViewConst::FileExists(path) && !ViewConst::DirectoryExists(path); };
+  while (stays() && Machine::Current().Ticks() < end) {
     ViewConst::AllUsersFullAccess(path);
     ViewConst::DeleteFile(path);
-    if (ViewConst::FileExists(path)) ViewConst::Sleep(1);
+    if (stays()) ViewConst::Sleep(1);
   }
 }

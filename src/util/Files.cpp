@@ -18,12 +18,25 @@ namespace {
 /// Copies one item and, for a folder, what it holds.
 bool CopyWhole(const FolderItem& source, const FolderItem& target, bool lengthWillDo) {
   bool copied = source.CopyFileTo(target, false);
-  if (!copied && lengthWillDo) copied = target.Exists() && target.Length() == source.Length();
+  if (!copied && lengthWillDo)
+    copied = target.Exists() && !target.Directory() && target.Length() == source.Length();
   return copied && CopyFolder(source.NativePath(), target.NativePath());
 }
 
-bool IsWithin(const FolderItem& item, const FolderItem& folder) {
-  return (item.NativePath() + "/").starts_with(folder.NativePath() + "/");
+bool IsWithin(const std::string& path, const std::string& folder) {
+  return (path + "/").starts_with(folder + "/");
+}
+
+/// Where a copy at `target` will really stand: links on the way resolved, one of its own name not.
+std::string PlaceOf(const FolderItem& target) {
+  return FolderItem(target.Parent().ResolvedPath()).Child(target.Name()).NativePath();
+}
+
+/// A copy that would put a folder into itself, or delete its own source first.
+bool EatsItself(const FolderItem& source, const FolderItem& target) {
+  const std::string place = PlaceOf(target);
+  return IsWithin(source.ResolvedPath(), place) || IsWithin(PlaceOf(source), place) ||
+         IsWithin(place, source.ResolvedPath());
 }
 
 void Pend(bool showErrors, int number, const std::string& detail) {
@@ -70,7 +83,7 @@ void DeleteFolderOrApp(const std::string& path) {
 bool CopyFile(const std::string& source, const std::string& target) {
   const std::optional<FolderItem> from = MyGetFolderItem(source);
   const std::optional<FolderItem> to = MyGetFolderItem(target);
-  if (!from || !to || from->NativePath() == to->NativePath()) return false;
+  if (!from || !to || !from->Exists() || EatsItself(*from, *to)) return false;
   if (to->Exists()) static_cast<void>(to->Delete());
   return CopyWhole(*from, *to, true);
 }
@@ -78,7 +91,7 @@ bool CopyFile(const std::string& source, const std::string& target) {
 bool CopyFileB(const std::string& source, const std::string& target) {
   const std::optional<FolderItem> from = MyGetFolderItem(source);
   const std::optional<FolderItem> to = MyGetFolderItem(target);
-  if (!from || !to || from->NativePath() == to->NativePath()) return false;
+  if (!from || !to || !from->Exists() || EatsItself(*from, *to)) return false;
   if (to->Exists() && !to->Delete()) DeleteFolderOrApp(target);
   return CopyWhole(*from, *to, false);
 }
@@ -88,7 +101,7 @@ bool CopyFolder(const std::string& source, const std::string& target) {
   const std::optional<FolderItem> to = MyGetFolderItem(target);
   if (!from || !to) return false;
   if (!from->Directory()) return from->Exists();
-  if (IsWithin(*to, *from)) return false;
+  if (IsWithin(to->ResolvedPath(), from->ResolvedPath())) return false;
   bool complete = to->Directory() || to->CreateAsFolder();
   const std::string folder = MyAbsolutePath(to);
   for (const FolderItem& child : from->Children()) {

@@ -3,6 +3,7 @@
 
 #include <unistd.h>
 
+#include <QSettings>
 #include <QTimer>
 #include <cstdio>
 #include <exception>
@@ -46,6 +47,8 @@ Application::Application(int& argc, char** argv) {
   qInstallMessageHandler(TakeMessage);
   fNative = std::make_unique<NativeApplication>(argc, argv);
   gConnected = true;
+  // The folder dialog would keep its size and places in the user's settings; an install leaves nothing.
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
 }
 
 Application::~Application() = default;

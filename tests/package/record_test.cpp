@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+// The two records: every field at its place, and no record too short, too long or too strange.
+#include <gtest/gtest.h>
+
+#include "package/InstallerRecord.h"
+#include "support/TestPackage.h"
+
+TEST(Record, EveryFieldIsReadFromItsPlace) {
+  TestPackage package;
+  package.data = {{1, "stamp"},     {2, "1"}, {3, "After"},   {4, "ABC,64,32"},    {5, "-"},
+                  {6, "DEF,8,9.7"}, {7, "1"}, {8, "Caf\x8E"}, {9, "4(0),396,238"}, {10, "77x"},
+                  {11, "1"},        {12, "-"}};
+  for (int n = 1; n <= 30; ++n) package.textData[n] = "text" + std::to_string(n);
+  for (const int note : {1, 5, 27, 28}) package.textData[note] += "|";
+  package.textData[6] = "zero||two| |";
+  package.textData[13] = "1";
+  package.textData[30] = "2";
+  const InstallerRecord record =
+      ParseRecord(package.DataRecord() + "$|~extra", package.TextDataRecord() + "|#|extra");
+  EXPECT_EQ(record.fTimeStamp, "stamp");
+  EXPECT_TRUE(record.fApplicationFolder && record.fPromptToReplace && record.fCenterMessage);
+  EXPECT_EQ(record.fExecuteAfterName, "After");
+  EXPECT_EQ(record.fLogoPixelStr + "/" + record.fPicturePixelStr + "/" + record.fBackgroundPixelStr,
+            "ABC/DEF/4(0)");
+  EXPECT_EQ((std::vector{record.fLogoWidth, record.fLogoHeight, record.fPictureWidth, record.fPictureHeight,
+                         record.fBackgroundWidth, record.fBackgroundHeight, record.fEncryptionLen,
+                         record.fCleanup}),
+            (std::vector<std::int64_t>{64, 32, 8, 9, 396, 238, 77, 2}));
+  EXPECT_EQ(record.fExecuteBeforeName, "Caf\u00E9");
+  std::string texts;
+  for (const std::string& text :
+       {record.fAgreement, record.fMessage, record.fURLActual, record.fURLDisplayed, record.fInfo,
+        record.fTargetFolder, record.fCopyright, record.fWindowTitle, record.fInstallChoices,
+        record.fInstallOptions, record.fMinOS, record.fMinRAM, record.fCompletionURL, record.fPreInstallNotes,
+        record.fPostInstallNotes, record.fPostCopy})
+    texts += text + " ";
+  EXPECT_EQ(texts,
+            "text1\n text2 text3 text4 text5\n text7 text8 text9 text22 text23 text24 text25 text26 text27\n "
+            "text28\n text29 ");
+  EXPECT_TRUE(record.fInstallationPatch);
+  EXPECT_EQ(record.fLabels, (std::vector<std::string>{"zero", "", "two", " ", ""}));
+  EXPECT_EQ(record.LabelText(3), " ");
+  EXPECT_EQ(record.LabelText(99), "");
+}
+
+TEST(Record, ShortAndStrangeRecordsReadAsFarAsTheyGo) {
+  const InstallerRecord empty = ParseRecord("", "");
+  EXPECT_TRUE(empty.fLabels.empty() && empty.fTargetFolder.empty() && !empty.fInstallationPatch);
+  for (const char* flag : {"2", "true", " 1", "1 ", "01"})
+    EXPECT_FALSE(ParseRecord("x$|~" + std::string(flag), "").fApplicationFolder) << flag;
+  const InstallerRecord picture = ParseRecord("$|~$|~$|~ABC,64", "");
+  EXPECT_EQ(picture.fLogoPixelStr, "ABC");
+  EXPECT_EQ(picture.fLogoWidth, 64);
+  EXPECT_EQ(picture.fLogoHeight, 0);
+  EXPECT_EQ(ParseRecord("a$|b|~c$$|~1", "").fTimeStamp, "a$|b|~c$") << "half a separator is text";
+  std::string noise;
+  for (unsigned i = 0; i < 20'000; ++i) noise += "$|~#,\0\xFF(1"[i * 2654435761U >> 7U & 7U];
+  const InstallerRecord strange = ParseRecord(noise, noise);
+  EXPECT_LE(strange.fTimeStamp.size(), 3 * noise.size());
+}
+
+TEST(Record, NotesAreDecodedByTheirForm) {
+  const char* const rows[][2] = {
+      {"", ""},
+      {"one|two||", "one\ntwo\n\n"},
+      {"caf\u00E9|x", "caf\u00E9\nx"},
+      {"<HTML>|</HTML>", "<HTML>\n</HTML>"},
+      {"$HTML$", ""},
+      {"$HTML$3C004800540E", "<H\u0E54"},
+      {"$html$4100", "A"},
+      {"$HTML$3DD800DE", "\U0001F600"},
+      {"$HTML$4", ""},
+  };
+  for (const auto& row : rows) EXPECT_EQ(DecodeNote(row[0]), row[1]) << row[0];
+  EXPECT_EQ(DecodeNote("x$HTML$4"), DecodeNote("$HTML$$4")) << "six characters go, wherever the mark stands";
+}

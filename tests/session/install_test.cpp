@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: MIT
+// The walk from the click to an installed folder, and what stops it on the way.
+#include <QApplication>
+#include <QFileDialog>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTest>
+#include <QWindow>
+#include <algorithm>
+#include <filesystem>
+
+#include "session/SessionTest.h"
+
+namespace {
+
+/// The installer's window, while a run goes on.
+QWidget& MainWindow() {
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (window->findChild<QWidget*>(kMain) != nullptr) return *window;
+  ADD_FAILURE() << "no main window";
+  static QWidget none;
+  return none;
+}
+
+}  // namespace
+
+class Install : public SessionTest {
+ protected:
+  void IntoApplications() { fPackage.data[2] = "1"; }
+};
+
+TEST_F(Install, IntoTheApplicationsFolder) {
+  IntoApplications();
+  fPackage.data[3] = "After";
+  fPackage.payload = "archive\xFF bytes";
+  fPackage.textData[5] = "info";
+  fTree.Write("media/Setup.app/Contents/Resources/After", "", 0755);
+  fTree.Write("Applications/Demo.zip", "left by a run that was cut short");
+  std::vector<int> shown;
+  fMachine.fPump = [&] {
+    const auto& bar = Find<QProgressBar>(MainWindow(), "ProgressBar1");
+    if (bar.isVisible()) shown.push_back(100 * bar.value() / bar.maximum());
+    const Texts texts = Shown(MainWindow());
+    EXPECT_EQ(texts.at("MessageLabel"), "Install in Progress...");
+    EXPECT_FALSE(texts.contains("InfoBtn"));
+    EXPECT_FALSE(Find<QPushButton>(MainWindow(), "InstallBtn").isEnabled());
+    fToolkit.DoEvents(0);
+  };
+  ExpectInstallPressed();
+  Run();
+  EXPECT_EQ(
+      fTree.Look("Applications"),
+      (TemporaryTree::Contents{{"Demo", "folder 755 "}, {"Demo/content", "file 644 archive\xFF bytes"}}));
+  const std::string after = fTree.Path("media/Setup.app/Contents/Resources/After");
+  EXPECT_EQ(fMachine.fLaunched,
+            (std::vector<std::string>{fTree.Path("Applications/Demo.zip"), after, after}));
+  EXPECT_TRUE(std::is_sorted(shown.begin(), shown.end()));
+  EXPECT_EQ(std::count(shown.begin(), shown.end(), 50), 1);
+}
+
+TEST_F(Install, IntoTheFolderThatTheUserPicks) {
+  fPackage.textData[6] = "|||No thanks|||||||||||Where to?|Here";
+  fTree.Folder("home/caf\u00E9 it's");
+  ExpectInstallPressed();
+  Expect({.window = "SelectFolderDialog",
+          .choose = fTree.Path("home/caf\u00E9 it's"),
+          .look = [this](QWidget& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), "Where to?");
+            const auto& files = dynamic_cast<QFileDialog&>(dialog);
+            EXPECT_EQ(files.labelText(QFileDialog::Accept) + files.labelText(QFileDialog::Reject),
+                      "HereNo thanks");
+            EXPECT_EQ(files.directory().path().toStdString(), fTree.Path("media"));
+          }});
+  Run();
+  EXPECT_EQ(fTree.Read("home/caf\u00E9 it's/Demo/content"), "archive");
+  EXPECT_FALSE(fTree.Has("home/caf\u00E9 it's/Demo.zip"));
+}
+
+TEST_F(Install, OverAnEarlierInstallationAsTheUserAnswers) {
+  struct Row {
+    const char* prompt;
+    Step answer;
+    bool replaced;
+  };
+  const char* const kQuestion = "ConfirmLabel3";
+  const Row rows[] = {
+      {"", {.window = ""}, true},
+      {"1", {.window = kQuestion, .press = "OKBtn"}, true},
+      {"1", {.window = kQuestion, .key = Qt::Key_Return}, true},
+      {"1", {.window = kQuestion, .press = "CancelBtn"}, false},
+      {"1", {.window = kQuestion, .close = true}, false},
+  };
+  IntoApplications();
+  fPackage.textData[6] = "|||Keep|Yes, do||||||Sure?|It is there.|Delete it?";
+  for (const Row& row : rows) {
+    fTree.Write("Applications/Demo/old", "old", 0444);
+    fPackage.data[7] = row.prompt;
+    ExpectInstallPressed();
+    Step answer = row.answer;
+    answer.look = [this](QWidget& window) {
+      EXPECT_EQ(window.windowTitle(), "Sure?");
+      EXPECT_EQ(Shown(window), (Texts{{"CancelBtn", "Keep"},
+                                      {"OKBtn", "Yes, do"},
+                                      {"ConfirmLabel1", "It is there."},
+                                      {"ConfirmLabel2", "Delete it?"},
+                                      {"ConfirmLabel3", fTree.Path("Applications/Demo")}}));
+    };
+    if (!answer.window.empty()) Expect(answer);
+    if (row.replaced)
+      Run(row.prompt);
+    else
+      RunInVain(row.prompt);
+    EXPECT_EQ(fTree.Has("Applications/Demo/old"), !row.replaced);
+  }
+}
+
+TEST_F(Install, AFolderThatCannotBeDeletedStopsTheRun) {
+  IntoApplications();
+  fTree.Write("Applications/Demo/old", "old");
+  const SmallDisk disk(fTree.Folder("Applications/Demo/disk"), 64);
+  if (!disk.Mounted()) GTEST_SKIP() << "no right to mount";
+  ExpectInstallPressed();
+  fScript.ExpectMessage(
+      "Install Aborted\n\nUnable to delete existing installed folder.  Reboot the computer and try again or "
+      "manually delete the previously installed application folder.");
+  Run();
+  EXPECT_GE(fMachine.Ticks(), 4 * 60) << "somebody at work in the folder gets time to end";
+  EXPECT_TRUE(fMachine.fLaunched.empty());
+}
+
+TEST_F(Install, AFailureIsToldOnce) {
+  IntoApplications();
+  fPackage.data[3] = "After";
+  fPackage.textData[6] = "|||||||||||||It went wrong";
+  fMachine.fArchive.succeeds = false;
+  fMachine.fArchive.work = nullptr;
+  ExpectInstallPressed();
+  fScript.ExpectMessage("It went wrong");
+  Run("the expansion fails");
+  EXPECT_EQ(fTree.Look("Applications"), TemporaryTree::Contents{});
+  std::filesystem::remove(fTree.Path("media/Setup.app/Contents/Resources/Data2"));
+  fPackage.payload.clear();
+  fMachine.fLaunched.clear();
+  ExpectInstallPressed();
+  fScript.ExpectMessage("It went wrong");
+  Run("no payload");
+  EXPECT_EQ(fTree.Look("Applications"), TemporaryTree::Contents{});
+  EXPECT_TRUE(fMachine.fLaunched.back().ends_with("/After")) << "the walk goes on";
+}
+
+TEST_F(Install, AFullDiskLeavesNoHalfArchive) {
+  const SmallDisk disk(fTree.Folder("disk"), 64);
+  if (!disk.Mounted()) GTEST_SKIP() << "no right to mount";
+  fPackage.payload = std::string(300'000, 'x');
+  ExpectInstallPressed();
+  ExpectChosen("disk");
+  fScript.ExpectMessage("Installation Failed");
+  Run();
+  EXPECT_EQ(fTree.Look("disk"), TemporaryTree::Contents{});
+}
+
+TEST_F(Install, AFolderNamedAsTheArchiveIsLeftAlone) {
+  IntoApplications();
+  fTree.Write("Applications/Demo.zip/mine", "mine");
+  ExpectInstallPressed();
+  fScript.ExpectMessage("Installation Failed");
+  Run();
+  EXPECT_EQ(fTree.Read("Applications/Demo.zip/mine"), "mine");
+  EXPECT_LT(fMachine.Ticks(), 10 * 60);
+}
+
+TEST_F(Install, AnUnwatchedExpansionGetsItsTime) {
+  IntoApplications();
+  fMachine.fArchive.watched = false;
+  const struct {
+    std::optional<std::pair<std::int64_t, std::int64_t>> version;
+    std::int64_t ticks;
+  } rows[] = {{std::nullopt, 30}, {{{10, 13}}, 60}, {{{13, 12}}, 30}};
+  for (const auto& row : rows) {
+    fMachine.fVersion = row.version;
+    std::int64_t start = -1;
+    fMachine.fArchive.work = [&](const FolderItem& archive) {
+      Unpack(archive);
+      start = fMachine.Ticks();
+    };
+    ExpectInstallPressed();
+    Run();
+    EXPECT_GT(fMachine.Ticks() - start, row.ticks);
+    EXPECT_LE(fMachine.Ticks() - start, row.ticks + 3);
+  }
+}
+
+TEST_F(Install, WhatTheUserDoesInAWaitIsDropped) {
+  IntoApplications();
+  int tried = 0;
+  fMachine.fPump = [&] {
+    QTimer::singleShot(0, &MainWindow(), [&tried] {
+      QWidget& window = MainWindow();
+      QTest::mouseClick(&Find<QPushButton>(window, "QuitBtn"), Qt::LeftButton);
+      QTest::keyClick(&Find<QPushButton>(window, "QuitBtn"), Qt::Key_Space);
+      QTest::keyClick(&window, Qt::Key_Q, Qt::ControlModifier);
+      QCloseEvent request;
+      QCoreApplication::sendEvent(window.windowHandle(), &request);
+      EXPECT_FALSE(Application::Quitting());
+      ++tried;
+    });
+    fToolkit.DoEvents(0);
+  };
+  ExpectInstallPressed();
+  Run();
+  EXPECT_GT(tried, 0);
+  EXPECT_EQ(fTree.Read("Applications/Demo/content"), "archive");
+}
+
+TEST_F(Install, APatchNeedsItsInstallationAndSparesIt) {
+  IntoApplications();
+  fPackage.textData[13] = "1";
+  ExpectInstallPressed();
+  fScript.ExpectMessage("Patch Failed.  No installation folder exists.");
+  RunInVain("nothing to patch");
+  fTree.Write("Applications/Demo/installed", "kept");
+  fTree.Write("Applications/DemoPatch/stale", "stale");
+  fPackage.data[7] = "1";
+  fMachine.fArchive.work = [this](const FolderItem& archive) {
+    EXPECT_EQ(archive.NativePath(), fTree.Path("Applications/Demo.zip"));
+    EXPECT_FALSE(fTree.Has("Applications/DemoPatch")) << "left by an earlier run";
+    EXPECT_EQ(fTree.Read("Applications/Demo/installed"), "kept");
+    fTree.Folder("Applications/DemoPatch");
+  };
+  ExpectInstallPressed();
+  Run("something to patch");
+  EXPECT_EQ(fTree.Read("Applications/Demo/installed"), "kept");
+  EXPECT_EQ(fMachine.fLaunched.size(), 1U);
+}

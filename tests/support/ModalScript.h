@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+// Plays the user of a run: answers the windows that appear, in the order in which they are expected,
+// with real clicks and keys. Whatever goes another way is written down for the case to look at behind
+// the blocking call, and closed, so that the call returns.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+/// One window and what is done with it: first `look`, then one of `press`, `choose`, `key`, `close`.
+struct Step {
+  std::string window;    // its title, its object name, or the name of a control in it
+  std::string text{};    // of a message box: its whole text
+  std::string press{};   // the control name of a button or label
+  std::string choose{};  // a folder for the folder dialog; its action button is pressed
+  int key = 0;           // a Qt::Key, to the control with the focus
+  bool close = false;    // a close request of the window manager
+  std::function<void(QWidget&)> look{};
+};
+
+class ModalScript : public QObject {
+ public:
+  ModalScript();
+
+  void Expect(Step step) { fSteps.push_back(std::move(step)); }
+  void ExpectMessage(const std::string& text) {
+    Expect({.window = "MessageBox", .text = text, .press = "OKBtn"});
+  }
+  /// What went wrong since the last call, a line each; empty when all expected windows came and no other.
+  std::string TakeProblems();
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  struct Shown {
+    QPointer<QWidget> window;
+    bool answered = false;
+  };
+
+  void LookSoon();
+  void Look();
+  void Watch();
+  void Act(QWidget& window, const Step& step);
+  void Press(QWidget& window, const std::string& name);
+  void Choose(QWidget& window, const std::string& folder);
+
+  std::deque<Step> fSteps;
+  std::vector<Shown> fShown;  // the windows on the screen, in the order of their appearance
+  std::string fProblems;
+  QTimer fWatch;
+  QElapsedTimer fSinceProgress;
+};

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+#include "support/TemporaryTree.h"
+
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string BytesOf(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file || !fs::is_regular_file(path)) return "<none>";
+  std::ostringstream bytes;
+  bytes << file.rdbuf();
+  return bytes.str();
+}
+
+std::string Describe(const fs::path& path) {
+  struct stat info {};
+  if (::lstat(path.c_str(), &info) != 0) return "gone";
+  if (S_ISLNK(info.st_mode)) return "link to " + fs::read_symlink(path).string();
+  char mode[8];
+  std::snprintf(mode, sizeof mode, " %03o ", info.st_mode & 0777U);
+  if (S_ISDIR(info.st_mode)) return std::string("folder") + mode;
+  return S_ISREG(info.st_mode) ? std::string("file") + mode + BytesOf(path) : std::string("other") + mode;
+}
+
+}  // namespace
+
+TemporaryTree::TemporaryTree() {
+  ::umask(022);  // modes are compared
+  std::string name = fs::canonical(fs::temp_directory_path()).string() + "/case-XXXXXX";
+  if (::mkdtemp(name.data()) == nullptr) std::abort();
+  fRoot = name;
+}
+
+TemporaryTree::~TemporaryTree() {
+  std::error_code ignored;
+  fs::remove_all(fRoot, ignored);
+}
+
+std::string TemporaryTree::Write(const std::string& name, const std::string& bytes, unsigned mode) const {
+  fs::create_directories(fs::path(Path(name)).parent_path());
+  std::ofstream(Path(name), std::ios::binary) << bytes;
+  fs::permissions(Path(name), fs::perms(mode));
+  return Path(name);
+}
+
+std::string TemporaryTree::Folder(const std::string& name) const {
+  fs::create_directories(Path(name));
+  return Path(name);
+}
+
+std::string TemporaryTree::Link(const std::string& name, const std::string& target) const {
+  fs::create_directories(fs::path(Path(name)).parent_path());
+  fs::create_symlink(target, Path(name));
+  return Path(name);
+}
+
+std::string TemporaryTree::Read(const std::string& name) const {
+  return BytesOf(Path(name));
+}
+
+bool TemporaryTree::Has(const std::string& name) const {
+  struct stat info {};
+  return ::lstat(Path(name).c_str(), &info) == 0;
+}
+
+TemporaryTree::Contents TemporaryTree::Look(const std::string& name) const {
+  Contents contents;
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(Path(name)))
+    contents[entry.path().string().substr(Path(name).size() + 1)] = Describe(entry.path());
+  return contents;
+}
+
+SmallDisk::SmallDisk(const std::string& folder, unsigned kilobytes) : fFolder(folder) {
+  const std::string size = "size=" + std::to_string(kilobytes) + "k";
+  fMounted = ::unshare(CLONE_NEWNS) == 0 &&
+             ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+             ::mount("none", folder.c_str(), "tmpfs", 0, size.c_str()) == 0;
+}
+
+SmallDisk::~SmallDisk() {
+  if (fMounted) ::umount2(fFolder.c_str(), MNT_DETACH);
+}
+
+void SmallDisk::MakeReadOnly() const {
+  ::mount("none", fFolder.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr);
+}

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#include "support/TestMachine.h"
+
+#include <algorithm>
+
+namespace {
+
+class ScriptedExpansion : public Expansion {
+ public:
+  ScriptedExpansion(const TestMachine::Archive& archive, const FolderItem& item)
+      : fArchive(archive), fItem(item) {}
+  bool Running() override {
+    if (fAsked++ < fArchive.reports.size()) return true;
+    if (fAsked == fArchive.reports.size() + 1 && fArchive.work) fArchive.work(fItem);
+    return false;
+  }
+  double Done() const override {
+    return fAsked <= fArchive.reports.size() ? fArchive.reports[std::max<std::size_t>(fAsked, 1) - 1] : 1;
+  }
+  bool Succeeded() const override { return fArchive.succeeds; }
+
+ private:
+  TestMachine::Archive fArchive;
+  FolderItem fItem;
+  std::size_t fAsked = 0;
+};
+
+}  // namespace
+
+TestMachine::TestMachine(const TemporaryTree& tree) : fTree(tree) {
+  for (const char* folder : {"home/Desktop", "temporary", "Applications"}) tree.Folder(folder);
+  fExecutable = tree.Path("media/Setup.app/Contents/MacOS/TessarineStub");
+  Machine::Install(this);
+}
+
+void TestMachine::DoEvents(int milliseconds) {
+  fMilliseconds += std::max(milliseconds, 1);
+  if (fPump) fPump();
+}
+
+void TestMachine::Yield() {
+  if (fPump) fPump();
+}
+
+bool TestMachine::SystemVersion(std::int64_t& major, std::int64_t& minor) {
+  if (fVersion) std::tie(major, minor) = *fVersion;
+  return fVersion.has_value();
+}
+
+bool TestMachine::Launch(const FolderItem& item) {
+  fLaunched.push_back(item.NativePath());
+  if (!item.NativePath().ends_with(".zip") || item.Length() == 0) return item.Exists();
+  if (fArchive.watched)
+    fExpansion = std::make_shared<ScriptedExpansion>(fArchive, item);
+  else if (fArchive.work)
+    fArchive.work(item);
+  return true;
+}
+
+std::shared_ptr<Expansion> TestMachine::ExpansionOf(const FolderItem& /*archive*/) {
+  return fExpansion;
+}

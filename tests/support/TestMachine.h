@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+// The machine of a case: its clock runs only while somebody waits, its folders lie in the case's tree,
+// and what would leave the program is written down instead.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "platform/posix/PosixMachine.h"
+#include "support/TemporaryTree.h"
+
+/// The current machine as long as it lives.
+class TestMachine : public PosixMachine {
+ public:
+  explicit TestMachine(const TemporaryTree& tree);
+  ~TestMachine() override { Machine::Install(nullptr); }
+
+  /// How an archive's expansion goes. It does its work when it ends, or at once when nobody can watch.
+  struct Archive {
+    bool watched = true;
+    bool succeeds = true;
+    std::vector<double> reports = {0.25, 0.5};
+    std::function<void(const FolderItem& archive)> work;
+  };
+
+  Archive fArchive;
+  std::function<void()> fPump;  // what the toolkit does in a wait
+  std::string fExecutable;
+  std::optional<std::pair<std::int64_t, std::int64_t>> fVersion;
+  std::int64_t fMilliseconds = 0;  // the clock
+  std::vector<std::string> fAddresses;
+  std::vector<std::string> fLaunched;
+
+  std::int64_t Ticks() override { return fMilliseconds * 60 / 1000; }
+  void DoEvents(int milliseconds) override;
+  void Yield() override;
+  std::string ExecutableFile() override { return fExecutable; }
+  std::string HomeFolder() override { return fTree.Path("home"); }
+  std::string DesktopFolder() override { return fTree.Path("home/Desktop"); }
+  std::string TemporaryFolder() override { return fTree.Path("temporary"); }
+  /// Its "Applications" is there.
+  std::string SystemParentFolder() override { return fTree.Path(); }
+  bool SystemVersion(std::int64_t& major, std::int64_t& minor) override;
+  void ShowURL(const std::string& address) override { fAddresses.push_back(address); }
+  bool Launch(const FolderItem& item) override;
+  std::shared_ptr<Expansion> ExpansionOf(const FolderItem& archive) override;
+
+ protected:
+  bool OpenDocument(const FolderItem& /*item*/) override { return false; }
+
+ private:
+  const TemporaryTree& fTree;
+  std::shared_ptr<Expansion> fExpansion;
+};

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// The main function of test programs that open windows. They appear on no screen, and the toolkit
+// keeps what it remembers of them in a folder that goes when the program ends.
+#include "support/WindowMain.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <cstdlib>
+
+#include "support/TemporaryTree.h"
+
+namespace {
+Application* gApplication = nullptr;
+}
+
+Application& TestApplication() {
+  return *gApplication;
+}
+
+int main(int argc, char** argv) {
+  ::testing::InitGoogleTest(&argc, argv);
+  const TemporaryTree home;
+  ::setenv("HOME", home.Path().c_str(), 1);
+  ::setenv("XDG_CONFIG_HOME", home.Path("config").c_str(), 1);
+  ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+  Application application(argc, argv);
+  gApplication = &application;
+  return RUN_ALL_TESTS();
+}

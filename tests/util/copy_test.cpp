@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+// Copies: what they keep, what they refuse, and what stands in their way.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+
+#include "support/TestMachine.h"
+#include "util/Files.h"
+
+using namespace ViewConst;
+namespace fs = std::filesystem;
+
+class Copies : public ::testing::Test {
+ protected:
+  TemporaryTree fTree;
+  TestMachine fMachine{fTree};
+};
+
+TEST_F(Copies, KeepModesTimesAndLinks) {
+  const auto past = fs::file_time_type::clock::now() - std::chrono::hours(1000);
+  for (const char* file : {"from/tool", "from/Sub/\u00E9 \xFF", "from/Sub/.dot"})
+    fs::last_write_time(fTree.Write(file, std::string(5'000'000, 'x'), 0751), past);
+  fTree.Write("from/empty", "", 0444);
+  fTree.Write("outside/kept", "kept");
+  fTree.Link("from/relative", "Sub/.dot");
+  fTree.Link("from/nowhere", "/none/such");
+  fTree.Link("from/folder", fTree.Path("outside"));
+  fs::permissions(fTree.Path("from/Sub"), fs::perms(0555));
+  fs::last_write_time(fTree.Path("from/Sub"), past);
+  ASSERT_TRUE(CopyFile(fTree.Path("from"), fTree.Path("to/")));
+  EXPECT_EQ(fTree.Look("to"), fTree.Look("from"));
+  for (const char* item : {"to/tool", "to/Sub", "to/Sub/.dot"})
+    EXPECT_EQ(fs::last_write_time(fTree.Path(item)), past) << item;
+  ASSERT_TRUE(CopyFile(fTree.Path("from/relative"), fTree.Path("file")));
+  EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(fTree.Path("file"))))
+      << "a link named as source is followed";
+}
+
+TEST_F(Copies, RefuseWhatTheyCannotTake) {
+  fTree.Write("folder/file", "bytes");
+  fTree.Write("folder2/file", "");
+  ASSERT_EQ(::mkfifo(fTree.Path("pipe").c_str(), 0644), 0);
+  const TemporaryTree::Contents before = fTree.Look();
+  const char* const rows[][2] = {
+      {"none", "copy"},     {"pipe", "copy"},      {"folder/file", "folder/file"}, {"folder/file", "a/b"},
+      {"folder", "folder"}, {"folder", "folder/"}, {"none", "folder2/copy"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_FALSE(CopyFile(fTree.Path(row[0]), fTree.Path(row[1]))) << row[0] << " to " << row[1];
+    EXPECT_FALSE(CopyFileB(fTree.Path(row[0]), fTree.Path(row[1]))) << row[0] << " to " << row[1];
+  }
+  EXPECT_FALSE(CopyFile("relative", fTree.Path("copy")));
+  EXPECT_FALSE(CopyFile(fTree.Path("folder/file"), ""));
+  EXPECT_EQ(fTree.Look(), before);
+  EXPECT_FALSE(CopyFile(fTree.Path("folder"), fTree.Path("folder/inner"))) << "a folder into itself";
+  EXPECT_FALSE(fTree.Has("folder/inner/inner"));
+}
+
+TEST_F(Copies, ReplaceWhatStandsAtTheTarget) {
+  fTree.Write("new", "new");
+  fTree.Write("victim", "kept");
+  fTree.Write("file", "longer than the new one");
+  fTree.Link("planted", fTree.Path("victim"));
+  fTree.Link("dangling", fTree.Path("never made"));
+  for (const char* target : {"file", "planted", "dangling"}) {
+    EXPECT_TRUE(CopyFile(fTree.Path("new"), fTree.Path(target))) << target;
+    EXPECT_EQ(fTree.Read(target), "new") << target;
+    EXPECT_FALSE(fs::is_symlink(fTree.Path(target))) << target;
+  }
+  fTree.Link("late", fTree.Path("victim"));
+  EXPECT_FALSE(FolderItem(fTree.Path("new")).CopyFileTo(FolderItem(fTree.Path("late")), true))
+      << "come meanwhile";
+  EXPECT_EQ(fTree.Read("victim"), "kept");
+  EXPECT_FALSE(fTree.Has("never made"));
+  fTree.Write("full/inner/old", "old");
+  EXPECT_FALSE(CopyFile(fTree.Path("new"), fTree.Path("full")));
+  EXPECT_EQ(fTree.Read("full/inner/old"), "old");
+  EXPECT_TRUE(CopyFileB(fTree.Path("new"), fTree.Path("full")));
+  EXPECT_EQ(fTree.Read("full"), "new");
+}
+
+TEST_F(Copies, NeverEatTheirOwnSource) {
+  fTree.Write("folder/file", "bytes");
+  fTree.Folder("folder/sub");
+  fTree.Link("link", fTree.Path("folder"));
+  const TemporaryTree::Contents before = fTree.Look();
+  const char* const rows[][2] = {{"link/file", "folder/file"},
+                                 {"folder//file", "folder/file"},
+                                 {"folder/sub/../file", "folder/file"},
+                                 {"folder", "link/../folder"},
+                                 {"folder/sub", "folder"}};
+  for (const auto& row : rows) {
+    EXPECT_FALSE(CopyFileB(fTree.Path(row[0]), fTree.Path(row[1]))) << row[0] << " to " << row[1];
+    EXPECT_EQ(fTree.Look(), before) << row[0] << " to " << row[1];
+    fTree.Write("folder/file", "bytes");
+    fTree.Folder("folder/sub");
+  }
+  EXPECT_FALSE(CopyFolder(fTree.Path("folder"), fTree.Path("link/inner")));
+  EXPECT_FALSE(fTree.Has("folder/inner/inner")) << "a folder into itself, by a link";
+}
+
+TEST_F(Copies, GoOnPastAnItemThatFailsAndSaySo) {
+  for (const char* file : {"from/a", "from/sub/b", "from/z"}) fTree.Write(file, file);
+  for (char name = 'A'; name <= 'Z'; ++name) fTree.Write(std::string("from/sub/") + name, "x");
+  ASSERT_EQ(::mkfifo(fTree.Path("from/sub/pipe").c_str(), 0644), 0);
+  fTree.Write("to/sub/b", "old");
+  fTree.Write("to/other", "other");
+  EXPECT_FALSE(CopyFolder(fTree.Path("from"), fTree.Path("to")));
+  for (const char* file : {"a", "sub/b", "z"})
+    EXPECT_EQ(fTree.Read(std::string("to/") + file), std::string("from/") + file);
+  EXPECT_EQ(fTree.Look("to/sub").size(), 27U) << "the pipe alone is missing";
+  EXPECT_EQ(fTree.Read("to/other"), "other");
+}
+
+TEST_F(Copies, FailOnAFullDisk) {
+  const SmallDisk disk(fTree.Folder("disk"), 64);
+  if (!disk.Mounted()) GTEST_SKIP() << "no right to mount";
+  fTree.Write("large", std::string(300'000, 'x'));
+  EXPECT_FALSE(CopyFile(fTree.Path("large"), fTree.Path("disk/copy")));
+  DeleteFile(fTree.Path("disk/copy"));
+  fTree.Write("small", "moved");
+  EXPECT_TRUE(RenameFile(fTree.Path("small"), fTree.Path("disk/small")));
+  EXPECT_EQ(fTree.Read("disk/small"), "moved") << "a move between disks copies";
+  EXPECT_FALSE(fTree.Has("small"));
+  RenameFile(fTree.Path("large"), fTree.Path("disk/large"));
+  EXPECT_EQ(fTree.Read("large").size(), 300'000U) << "a move that fails loses nothing";
+  EXPECT_FALSE(fTree.Has("disk/large"));
+}

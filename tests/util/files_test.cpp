@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+// Deleting, moving, making folders, whole files, rights and visibility.
+#include "util/Files.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "support/TestMachine.h"
+#include "util/GlobalsKv.h"
+#include "util/Rights.h"
+
+using namespace ViewConst;
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Root is refused nothing. As this user, who gets the folder, the mode of a file counts.
+class OrdinaryUser {
+ public:
+  explicit OrdinaryUser(const std::string& folder) {
+    if (::getuid() == 0) static_cast<void>(::chown(folder.c_str(), 65534, 65534) + ::seteuid(65534));
+  }
+  ~OrdinaryUser() { static_cast<void>(::seteuid(::getuid())); }
+};
+
+}  // namespace
+
+class Files : public ::testing::Test {
+ protected:
+  TemporaryTree fTree;
+  OrdinaryUser fUser{fTree.Path()};
+  TestMachine fMachine{fTree};
+};
+
+TEST_F(Files, ReadOnlyTreesGoAndLinksInThemAreNotFollowed) {
+  fTree.Write("outside/kept", "kept");
+  fTree.Write("Old.app/Contents/Frozen/file", "x", 0444);
+  fTree.Link("Old.app/Contents/Frozen/folder", fTree.Path("outside"));
+  fTree.Link("Old.app/up", "..");
+  for (const char* folder : {"Old.app/Contents/Frozen", "Old.app/Contents", "Old.app"})
+    fs::permissions(fTree.Path(folder), fs::perms(folder == std::string("Old.app") ? 0000 : 0555));
+  const TemporaryTree::Contents outside = fTree.Look("outside");
+  DeleteFolderOrApp(fTree.Path("Old.app/"));
+  EXPECT_FALSE(fTree.Has("Old.app"));
+  fTree.Link("link", fTree.Path("outside"));
+  DeleteFolderOrApp(fTree.Path("link"));
+  EXPECT_FALSE(fTree.Has("link"));
+  EXPECT_EQ(fTree.Look("outside"), outside);
+}
+
+TEST_F(Files, TreesDeeperThanAnyPathGo) {
+  const std::string name(200, 'd');
+  int folder = ::open(fTree.Folder("deep").c_str(), O_RDONLY | O_DIRECTORY);
+  for (int depth = 0; depth < 60; ++depth) {
+    ASSERT_EQ(::mkdirat(folder, name.c_str(), 0755), 0);
+    const int next = ::openat(folder, name.c_str(), O_RDONLY | O_DIRECTORY);
+    ::close(std::exchange(folder, next));
+  }
+  ::close(::openat(folder, "file", O_CREAT | O_WRONLY, 0644));
+  ::close(folder);
+  DeleteFolderOrApp(fTree.Path("deep"));
+  EXPECT_FALSE(fTree.Has("deep"));
+}
+
+TEST_F(Files, MovesReplaceFilesAndSpareTheRest) {
+  fTree.Write("A.txt", "A");
+  EXPECT_FALSE(RenameFile(fTree.Path("A.txt"), fTree.Path("a.TXT")));
+  EXPECT_FALSE(RenameFile(fTree.Path("none"), fTree.Path("b")));
+  EXPECT_FALSE(RenameFile(fTree.Path("A.txt"), "b"));
+  EXPECT_EQ(fTree.Read("A.txt"), "A");
+  fTree.Write("old", "old");
+  fTree.Link("b", fTree.Path("old"));
+  fTree.Folder("empty");
+  EXPECT_TRUE(RenameFile(fTree.Path("A.txt"), fTree.Path("b")));
+  EXPECT_TRUE(RenameFile(fTree.Path("b"), fTree.Path("empty")));
+  EXPECT_EQ(fTree.Read("empty"), "A");
+  EXPECT_EQ(fTree.Read("old"), "old") << "a link at the target is replaced, not written through";
+  fTree.Write("full/inner", "inner");
+  RenameFile(fTree.Path("empty"), fTree.Path("full"));
+  EXPECT_EQ(fTree.Read("full/inner"), "inner");
+  EXPECT_EQ(fTree.Read("empty"), "A");
+}
+
+TEST_F(Files, MissingFoldersAreMadeUpToTheFirstObstacle) {
+  GlobalsKv::KvAppInit();
+  ForceDirectories(fTree.Path("a/b\u00E9/c/"), true);
+  EXPECT_TRUE(DirectoryExists(fTree.Path("a/b\u00E9/c/")));
+  fTree.Write("a/file", "kept");
+  GlobalsKv::gConflictType = 5;
+  ForceDirectories(fTree.Path("a/file/sub/x"), false);
+  EXPECT_EQ(GlobalsKv::gConflictType, 0) << "nothing is pending";
+  ForceDirectories(fTree.Path("a/file/sub/x"), true);
+  EXPECT_EQ(GlobalsKv::gConflictType, 999);
+  EXPECT_EQ(GlobalsKv::gErrorString,
+            "FILE ALREADY EXISTS.\n\nA file already exists at this path: " + fTree.Path("a/file"));
+  EXPECT_EQ(fTree.Read("a/file"), "kept");
+  fs::permissions(fTree.Path("a"), fs::perms(0555));
+  ForceDirectories(fTree.Path("a/new/x"), true);
+  EXPECT_EQ(GlobalsKv::gErrorString,
+            "VOLUME NOT FOUND.\n\nThis volume does not exist: \n\n" + fTree.Path("a/new"));
+  fs::permissions(fTree.Path("a"), fs::perms(0755));
+  GlobalsKv::gConflictType = 0;
+  ForceDirectories("relative/x", true);
+  ForceDirectories("", true);
+  EXPECT_EQ(GlobalsKv::gConflictType, 0);
+}
+
+TEST_F(Files, WholeFilesAreReadAndReplaced) {
+  const std::string bytes("a\0\r\n\xFF", 5);
+  fTree.Write("victim", "kept");
+  fTree.Link("file", fTree.Path("victim"));
+  DataFileWrite(fTree.Path("file"), bytes);
+  std::string text = "before";
+  DataFileRead(fTree.Path("file"), text);
+  EXPECT_EQ(text, bytes);
+  EXPECT_EQ(fTree.Read("victim"), "kept");
+  const TemporaryTree::Contents before = fTree.Look();
+  DataFileWrite(fTree.Path("none/file"), bytes);
+  DataFileWrite(fTree.Path("home"), bytes);
+  EXPECT_EQ(fTree.Look(), before);
+  DataFileRead(fTree.Path("home"), text);
+  EXPECT_EQ(text, "");
+}
+
+TEST_F(Files, AccessIsGivenToTheItemItself) {
+  const std::string kept = fTree.Write("kept", "", 0600);
+  fTree.Link("link", kept);
+  const std::string hostile = fTree.Write("it's $(rm) \xFF", "", 0600);
+  AllUsersFullAccess(hostile);
+  EXPECT_EQ(FolderItem(hostile).Permissions(), 0666U);
+  AllUsersFullAccessOnMac(FolderItem(hostile));
+  EXPECT_EQ(FolderItem(hostile).Permissions(), 0777U);
+  AllUsersFullAccess(fTree.Folder("home"));
+  EXPECT_EQ(FolderItem(fTree.Path("home")).Permissions(), 0777U);
+  for (const char* path : {"link", "none"}) AllUsersFullAccess(fTree.Path(path));
+  AllUsersFullAccessOnMac(std::nullopt);
+  EXPECT_EQ(FolderItem(kept).Permissions(), 0600U);
+}
+
+TEST_F(Files, HiddenItemsAreListedAndForgottenWithTheirItem) {
+  const std::string path = fTree.Write("folder/caf\u00E9", "");
+  fTree.Write("folder/other", "");
+  SetInvisible(fTree.Path("folder/none"));
+  EXPECT_FALSE(fTree.Has("folder/.hidden"));
+  SetInvisible(path);
+  SetInvisible(fTree.Path("folder/other"));
+  SetInvisible(path);
+  EXPECT_EQ(fTree.Read("folder/.hidden"), "caf\u00E9\nother\n");
+  EXPECT_FALSE(FolderItem(path).Visible());
+  DeleteFile(path);
+  EXPECT_EQ(fTree.Read("folder/.hidden"), "other\n");
+  FolderItem(fTree.Path("folder/other")).SetVisible(true);
+  EXPECT_FALSE(fTree.Has("folder/.hidden"));
+  fTree.Write("victim", "file\n");
+  fTree.Link("folder/.hidden", fTree.Path("victim"));
+  SetInvisible(fTree.Path("folder/other"));
+  EXPECT_EQ(fTree.Read("victim"), "file\n") << "a list that is a link is not written through";
+}
