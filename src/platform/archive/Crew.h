@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+// The workers of an expansion as threads, and the watch over them.
+#pragma once
+
+#include <atomic>
+
+#include "platform/archive/Expand.h"
+#include "platform/archive/Worker.h"
+
+namespace archive {
+
+/// Runs the workers to the end of the jobs, each shut in to the folder that it writes to if `wall`. Meanwhile
+/// tells the watcher how far they are, and stops them when `stop` is set.
+Status RunCrew(Work& work, unsigned workers, bool wall, const std::atomic<bool>* stop,
+               ExpandWatcher& watcher);
+
+}  // namespace archive

@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: MIT
+// The walk of an expansion: plan, check, write, publish.
+#include "platform/archive/Expand.h"
+
+#include <fcntl.h>
+#include <linux/magic.h>
+#include <sched.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/statfs.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <ctime>
+#include <new>
+
+#include "platform/archive/Crew.h"
+#include "platform/archive/Finish.h"
+#include "platform/archive/Plan.h"
+#include "platform/archive/Publisher.h"
+#include "platform/archive/Staging.h"
+#include "platform/archive/TargetFolder.h"
+#include "platform/archive/Wall.h"
+
+namespace archive {
+namespace {
+
+/// More would only wait for the disk and take memory.
+constexpr unsigned kMostWorkers = 16;
+
+unsigned Processors() {
+  cpu_set_t set;
+  const int count = sched_getaffinity(0, sizeof set, &set) == 0 ? CPU_COUNT(&set) : 1;
+  return std::clamp(static_cast<unsigned>(count), 1u, kMostWorkers);
+}
+
+/// The mode of what is created is the archive's, whatever the user's mask.
+class NoMask {
+ public:
+  NoMask() : fBefore(umask(0)) {}
+  ~NoMask() { umask(fBefore); }
+  NoMask(const NoMask&) = delete;
+  NoMask& operator=(const NoMask&) = delete;
+
+ private:
+  const mode_t fBefore;
+};
+
+Status CheckRoom(const Plan& plan, int folder) {
+  struct statvfs facts;
+  if (fstatvfs(folder, &facts) != 0) return FailedCall("look at the target's file system");
+  const unsigned __int128 free = static_cast<unsigned __int128>(facts.f_bavail) * facts.f_frsize;
+  if (plan.bytes > free) return Fail("there is not enough room for the archive's content");
+  if (facts.f_files != 0 && plan.tree.Nodes().size() - 1 > facts.f_favail)
+    return Fail("the target's file system can't hold so many files");
+  return {};
+}
+
+/// A file system in memory has nothing to flush.
+bool IsOnDisk(int folder) {
+  struct statfs facts;
+  return fstatfs(folder, &facts) != 0 || (facts.f_type != TMPFS_MAGIC && facts.f_type != RAMFS_MAGIC);
+}
+
+bool Stopped(const ExpandOptions& options) {
+  return options.stop != nullptr && *options.stop;
+}
+Status Interrupted() {
+  return Fail("the expansion was stopped");
+}
+
+Result<Descriptor> OpenArchive(const std::string& path, std::uint64_t& size) {
+  // Never waits for the other end of a pipe.
+  Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  struct stat facts;
+  if (!file || fstat(file.Number(), &facts) != 0) return FailedCall("open the archive", path);
+  if (!S_ISREG(facts.st_mode)) return Fail("the archive ", Quoted(path), " is not a file");
+  size = static_cast<std::uint64_t>(facts.st_size);
+  return file;
+}
+
+Status WriteAndPublish(const ExpandOptions& options, const Plan& plan, const Source& source, unsigned workers,
+                       int folder, ExpandWatcher& watcher) {
+  Publisher publisher(plan, folder, options.mustBeNew);
+  Status status = publisher.Check();
+  if (status.Ok()) status = CheckRoom(plan, folder);
+  if (!status.Ok()) return status;
+  watcher.Total(plan.bytes);
+
+  Result<Staging> staging = Staging::Make(folder);
+  if (!staging.Ok()) return staging.Failure();
+  const NoMask noMask;
+  const bool flush = options.flush && IsOnDisk(folder);
+  Work work(plan, source, staging->Number(), workers);
+  work.writeBack = flush;
+  status = RunCrew(work, workers, options.wall, options.stop, watcher);
+  if (status.Ok()) status = FinishTree(plan, staging->Number(), work.made, publisher);
+  if (status.Ok() && Stopped(options)) status = Interrupted();
+  if (status.Ok() && flush && syncfs(staging->Number()) != 0) status = FailedCall("flush the data to disk");
+  if (status.Ok() && Stopped(options)) status = Interrupted();
+  return status.Ok() ? publisher.Publish(staging->Number()) : status;
+}
+
+Status ExpandUnguarded(const ExpandOptions& options, ExpandWatcher& watcher) {
+  std::uint64_t size = 0;
+  Result<Descriptor> file = OpenArchive(options.archive, size);
+  if (!file.Ok()) return file.Failure();
+  Result<TargetFolder> target = TargetFolder::Find(options.folder);
+  if (!target.Ok()) return target.Failure();
+  if (options.mustBeNew && !target->Exists())
+    return Fail("the folder ", Quoted(options.folder), " is missing");
+
+  const unsigned workers = options.workers != 0 ? std::min(options.workers, kMostWorkers) : Processors();
+  if (options.wall) {
+    tzset();  // reads a file
+    RestrictCalls();
+    FolderWall(target->Number()).Enter();
+  }
+  const FileSource source(file->Number(), size);
+  Result<Plan> plan = ReadPlan(source, workers);
+  if (!plan.Ok()) return plan.Failure();
+  if (Stopped(options)) return Interrupted();
+
+  Status status = target->Make();
+  if (!status.Ok()) return status;
+  RemoveLeftovers(target->Number());
+  status = WriteAndPublish(options, *plan, source, workers, target->Number(), watcher);
+  if (status.Ok()) target->Keep();
+  return status;
+}
+
+}  // namespace
+
+Status Expand(const ExpandOptions& options, ExpandWatcher& watcher) try {
+  return ExpandUnguarded(options, watcher);
+} catch (const std::bad_alloc&) {
+  return Fail("there is not enough memory");
+} catch (const std::system_error&) {
+  return Fail("could not start a thread");
+}
+
+}  // namespace archive

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+// Cuts the files into jobs.
+#include "platform/archive/Jobs.h"
+
+#include <algorithm>
+
+#include "platform/archive/Inflate.h"
+
+namespace archive {
+namespace {
+
+constexpr std::uint64_t kRunPacked = 256 << 10, kRunContent = 1 << 20;
+constexpr std::size_t kRunFiles = 64;
+static_assert(kRunPacked <= kLongestRun && kWholeLimit <= kLongestRun);
+
+bool Fits(const Plan& plan, const Job& run, const Entry& next) {
+  const std::uint64_t start = plan.EntryOf(plan.files[run.first]).data;
+  return run.count > 0 && run.count < kRunFiles && next.data + next.compressed - start <= kRunPacked &&
+         run.bytes + next.size <= kRunContent;
+}
+
+}  // namespace
+
+Jobs::Jobs(const Plan& plan, unsigned workers) : fBytes(plan.bytes) {
+  for (std::size_t i = 0; i < plan.files.size(); ++i) {
+    const Entry& entry = plan.EntryOf(plan.files[i]);
+    if (entry.size > kWholeLimit || entry.compressed > kWholeLimit) {
+      fLarge.push_back({i, 1, entry.size, true});
+      continue;
+    }
+    const bool neighbour = !fRuns.empty() && fRuns.back().first + fRuns.back().count == i;
+    if (!neighbour || !Fits(plan, fRuns.back(), entry)) fRuns.push_back({i, 0, 0, false});
+    ++fRuns.back().count;
+    fRuns.back().bytes += entry.size;
+  }
+  std::stable_sort(fLarge.begin(), fLarge.end(),
+                   [](const Job& a, const Job& b) { return a.bytes > b.bytes; });
+  for (unsigned i = 0; i < std::max(workers, 1u); ++i) {
+    fParts.push_back(std::make_unique<Part>());
+    fParts.back()->begin = fParts.back()->next = fRuns.size() * i / workers;
+    fParts.back()->end = fRuns.size() * (i + 1) / workers;
+  }
+}
+
+const Job* Jobs::Next(unsigned worker) {
+  if (fNextLarge < fLarge.size()) {
+    const std::size_t large = fNextLarge++;
+    if (large < fLarge.size()) return &fLarge[large];
+  }
+  for (std::size_t i = 0; i < fParts.size(); ++i) {
+    Part& part = *fParts[(worker + i) % fParts.size()];
+    if (part.next >= part.end) continue;
+    const std::size_t run = part.next++;
+    if (run < part.end) return &fRuns[run];
+  }
+  return nullptr;
+}
+
+}  // namespace archive

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+// Every local header against its directory entry, in the order of the file.
+#include "platform/archive/LocalHeaders.h"
+
+#include <algorithm>
+#include <numeric>
+#include <thread>
+
+#include "platform/archive/Extras.h"
+#include "platform/archive/Utf8.h"
+#include "platform/archive/ZipFormat.h"
+
+namespace archive {
+namespace {
+
+Status Disagrees(const Entry& entry, std::string_view what) {
+  return Fail("the local header of the entry ", Quoted(entry.name), " ", what);
+}
+
+/// Whether a length of a local header says what the directory says. Without zip64 both are rests.
+bool SameLength(std::uint64_t inHeader, std::uint64_t inDirectory, bool wraps) {
+  return inHeader == inDirectory || (wraps && inHeader == inDirectory % kWrap32);
+}
+
+/// Whether one of the four forms of the record behind the data stands at `p`: with or without its mark,
+/// with short or long lengths.
+bool DescriptorAgrees(const char* p, std::uint64_t room, const Entry& entry) {
+  for (const std::size_t mark : {4, 0}) {
+    if (room < mark + descriptor::kShortest) continue;
+    if (mark != 0 && Load32(p) != descriptor::kMark) continue;
+    const char* lengths = p + mark + 4;
+    if (Load32(p + mark) != entry.crc) continue;
+    if (Load32(lengths) == entry.compressed % kWrap32 && Load32(lengths + 4) == entry.size % kWrap32)
+      return true;
+    if (room < mark + 20) continue;
+    if (Load64(lengths) == entry.compressed && Load64(lengths + 8) == entry.size) return true;
+  }
+  return false;
+}
+
+class Checker {
+ public:
+  explicit Checker(const Source& source) : fSource(source), fPeek(source) {}
+
+  /// `next` is where the data of the entry must have ended.
+  Status Check(Entry& entry, std::uint64_t next) {
+    bool needsDescriptor = false;
+    Status status = Header(entry, needsDescriptor);
+    if (!status.Ok()) return status;
+    if (entry.data > next || entry.compressed > next - entry.data)
+      return Fail("the entry ", Quoted(entry.name), " overlaps with another one or with the directory");
+    if (!needsDescriptor) return {};
+    const std::uint64_t end = entry.data + entry.compressed;
+    const std::uint64_t room = std::min<std::uint64_t>(next - end, descriptor::kLongest);
+    const char* p = fPeek.At(end, room);
+    if (p == nullptr) return FailedCall("read the archive at the entry", entry.name);
+    return DescriptorAgrees(p, room, entry) ? Status() : Disagrees(entry, "is not completed behind its data");
+  }
+
+ private:
+  Status Header(Entry& entry, bool& needsDescriptor) {
+    const char* p = fPeek.At(entry.header, local::kLength + entry.storedName.size());
+    if (p == nullptr) return FailedCall("read the archive at the entry", entry.name);
+    if (Load32(p) != local::kMark) return Disagrees(entry, "is missing");
+    const std::size_t nameLength = Load16(p + local::kNameLength);
+    const std::size_t extraLength = Load16(p + local::kExtraLength);
+    if (std::string_view(p + local::kLength, std::min(nameLength, entry.storedName.size())) !=
+            entry.storedName ||
+        nameLength != entry.storedName.size())
+      return Disagrees(entry, "has another name");
+    const unsigned compared = flag::kEncrypted | flag::kDescriptor | flag::kStrong | flag::kMasked |
+                              (IsAscii(entry.storedName) ? 0u : flag::kUtf8);
+    if ((Load16(p + local::kFlags) & compared) != (entry.flags & compared))
+      return Disagrees(entry, "has other flags");
+    if (Load16(p + local::kMethod) != entry.method) return Disagrees(entry, "has another method");
+
+    const std::uint32_t crc = Load32(p + local::kCrc);
+    std::uint64_t compressed = Load32(p + local::kCompressed), size = Load32(p + local::kSize);
+    if (compressed == kIn64Of32 || size == kIn64Of32) {
+      const char* area = fPeek.At(entry.header + local::kLength + nameLength, extraLength);
+      if (area == nullptr) return FailedCall("read the archive at the entry", entry.name);
+      const auto extras = ReadExtras({area, extraLength});
+      if (!extras) return Disagrees(entry, "has damaged extra fields");
+      Zip64Values values(*extras);
+      if (!values.Take(size) || !values.Take(compressed)) return Disagrees(entry, "lacks its zip64 values");
+    }
+    entry.data = entry.header + local::kLength + nameLength + extraLength;
+
+    const bool same = crc == entry.crc && SameLength(compressed, entry.compressed, entry.sizeWraps) &&
+                      SameLength(size, entry.size, entry.sizeWraps);
+    if (same) return {};
+    const bool streamed = entry.flags & flag::kDescriptor;
+    if (!streamed || (crc != 0 && crc != entry.crc) || (compressed != 0 && compressed != entry.compressed) ||
+        (size != 0 && size != entry.size))
+      return Disagrees(entry, "states other lengths or another checksum");
+    needsDescriptor = true;
+    return {};
+  }
+
+  const Source& fSource;
+  Peek fPeek;
+};
+
+}  // namespace
+
+const char* Peek::At(std::uint64_t offset, std::size_t length) {
+  constexpr std::size_t kAhead = 512;
+  if (offset >= fStart && offset - fStart <= fBytes.size() && length <= fBytes.size() - (offset - fStart))
+    return fBytes.data() + (offset - fStart);
+  const std::uint64_t left = fSource.Size() - std::min(offset, fSource.Size());
+  if (length > left) {
+    errno = 0;
+    return nullptr;
+  }
+  fBytes.resize(std::min<std::uint64_t>(std::max(length, kAhead), left));
+  fStart = offset;
+  if (fSource.ReadAt(offset, fBytes.data(), fBytes.size())) return fBytes.data();
+  fBytes.clear();
+  return nullptr;
+}
+
+std::vector<std::uint32_t> OrderInFile(const std::vector<Entry>& entries) {
+  std::vector<std::uint32_t> order(entries.size());
+  std::iota(order.begin(), order.end(), 0u);
+  const auto before = [&](std::uint32_t a, std::uint32_t b) { return entries[a].header < entries[b].header; };
+  if (!std::is_sorted(order.begin(), order.end(), before)) std::sort(order.begin(), order.end(), before);
+  return order;
+}
+
+Status CheckLocalHeaders(const Source& source, std::vector<Entry>& entries,
+                         const std::vector<std::uint32_t>& order, std::uint64_t limit, unsigned threads) {
+  constexpr std::size_t kWorthAThread = 2048;
+  const std::size_t pieces = std::clamp<std::size_t>(order.size() / kWorthAThread, 1, std::max(threads, 1u));
+  std::vector<Status> results(pieces);
+  const auto check = [&](std::size_t piece) {
+    Checker checker(source);
+    const std::size_t last = order.size() * (piece + 1) / pieces;
+    for (std::size_t i = order.size() * piece / pieces; i < last && results[piece].Ok(); ++i) {
+      const std::uint64_t next = i + 1 < order.size() ? entries[order[i + 1]].header : limit;
+      results[piece] = checker.Check(entries[order[i]], next);
+    }
+  };
+  std::vector<std::thread> others;
+  for (std::size_t piece = 1; piece < pieces; ++piece) others.emplace_back(check, piece);
+  check(0);
+  for (std::thread& other : others) other.join();
+  const auto bad = std::find_if(results.begin(), results.end(), [](const Status& s) { return !s.Ok(); });
+  return bad == results.end() ? Status() : *bad;
+}
+
+}  // namespace archive

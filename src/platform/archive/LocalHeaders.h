@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// Cross-checks the directory with the headers that stand before the entries' data.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/archive/Directory.h"
+#include "platform/archive/Result.h"
+#include "platform/archive/Source.h"
+
+namespace archive {
+
+/// Reads small pieces at rising places with few calls.
+class Peek {
+ public:
+  explicit Peek(const Source& source) : fSource(source) {}
+  /// `length` bytes at `offset`, valid until the next call; nullptr if they can't be read.
+  const char* At(std::uint64_t offset, std::size_t length);
+
+ private:
+  const Source& fSource;
+  std::uint64_t fStart = 0;
+  std::vector<char> fBytes;
+};
+
+/// Entries by the place of their headers.
+std::vector<std::uint32_t> OrderInFile(const std::vector<Entry>& entries);
+
+/// Reads every local header, and the record behind the data where there is one. Each must agree with its
+/// entry, and no entry may reach into the next one or into the directory at `limit`. Fills in Entry::data.
+Status CheckLocalHeaders(const Source& source, std::vector<Entry>& entries,
+                         const std::vector<std::uint32_t>& order, std::uint64_t limit, unsigned threads);
+
+}  // namespace archive

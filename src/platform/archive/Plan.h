@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// What an archive will make, settled before the first byte is written. Needs the archive's bytes only.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/archive/Directory.h"
+#include "platform/archive/Links.h"
+#include "platform/archive/Result.h"
+#include "platform/archive/Source.h"
+#include "platform/archive/Tree.h"
+
+namespace archive {
+
+struct Plan {
+  Directory directory;
+  Tree tree;
+  std::vector<NodeId> files;  // by the place of their data
+  std::vector<Link> links;
+  std::uint64_t bytes = 0;  // of all files
+
+  const Entry& EntryOf(NodeId node) const { return directory.entries[tree[node].entry]; }
+};
+
+/// A name that a run takes for its staging folder; no archive may bring one.
+bool IsStagingName(std::string_view name);
+
+/// Reads and judges the whole structure: directory, local headers, names, links.
+Result<Plan> ReadPlan(const Source& source, unsigned threads);
+
+}  // namespace archive

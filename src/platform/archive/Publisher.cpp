@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: MIT
+// Checks the places of items, then renames the items into them.
+#include "platform/archive/Publisher.h"
+
+#include <fcntl.h>
+#include <stdio.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "platform/archive/Descriptor.h"
+
+namespace archive {
+namespace {
+
+constexpr std::size_t kDescriptors = 8;
+constexpr int kOpenFolder = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+
+/// Fails with EEXIST where something stands. File systems without that kind of rename get a look first.
+bool RenameToFree(int from, int to, const char* name) {
+  if (renameat2(from, name, to, name, RENAME_NOREPLACE) == 0) return true;
+  if (errno != EINVAL && errno != ENOSYS) return false;
+  struct stat facts;
+  if (fstatat(to, name, &facts, AT_SYMLINK_NOFOLLOW) == 0) {
+    errno = EEXIST;
+    return false;
+  }
+  return errno == ENOENT && renameat(from, name, to, name) == 0;
+}
+
+}  // namespace
+
+Publisher::Publisher(const Plan& plan, int folder, bool mustBeNew)
+    : fPlan(plan),
+      fFolder(folder),
+      fMustBeNew(mustBeNew),
+      fPlaces(plan, folder, kDescriptors),
+      fMerged(plan.tree.Nodes().size()) {}
+
+Status Publisher::Check() {
+  if (faccessat(fFolder, ".", W_OK | X_OK, AT_EACCESS) != 0) return FailedCall("write to the target folder");
+  fMerged.assign(fMerged.size(), false);
+  fMerged[kRoot] = true;
+  for (NodeId node = kRoot + 1; node < fMerged.size(); ++node) {
+    Status status = IsRenamed(node) ? CheckPlace(node) : Status();
+    if (!status.Ok()) return status;
+  }
+  return {};
+}
+
+Status Publisher::CheckPlace(NodeId node) {
+  const CName name(fPlan.tree[node].name);
+  const int place = fPlaces.Open(fPlan.tree[node].parent);
+  struct stat facts;
+  if (place < 0) return FailedCall("open the folder of", fPlan.tree.Path(node));
+  if (fstatat(place, name, &facts, AT_SYMLINK_NOFOLLOW) != 0)
+    return errno == ENOENT ? Status() : FailedCall("look at the place of", fPlan.tree.Path(node));
+  if (fMustBeNew) return Fail("the target folder holds ", Quoted(fPlan.tree.Path(node)), " already");
+  const bool folder = fPlan.tree[node].kind == Kind::Folder;
+  if (folder != S_ISDIR(facts.st_mode))
+    return Fail("in the place of ", Quoted(fPlan.tree.Path(node)),
+                folder ? " stands an item that is no folder" : " stands a folder");
+  if (!folder) return {};
+  fMerged[node] = true;
+  if (faccessat(place, name, W_OK | X_OK, AT_EACCESS) == 0) return {};
+  if (facts.st_uid != geteuid()) return FailedCall("write to the folder", fPlan.tree.Path(node));
+  fLocked.push_back({node, facts.st_mode & 07777});
+  return {};
+}
+
+Status Publisher::Unlock(NodeId folder) {
+  const int parent = fPlaces.Open(fPlan.tree[folder].parent);
+  // Not to be opened for reading as long as it is locked; a link in its place would be seen by Open below.
+  if (parent < 0 || fchmodat(parent, CName(fPlan.tree[folder].name), S_IRWXU, 0) != 0)
+    return FailedCall("write to the folder", fPlan.tree.Path(folder));
+  return {};
+}
+
+void Publisher::LockAgain() {
+  for (; !fLocked.empty(); fLocked.pop_back()) {
+    const Node& node = fPlan.tree[fLocked.back().node];
+    const int parent = fPlaces.Open(node.parent);
+    const Descriptor folder(parent < 0 ? -1 : openat(parent, CName(node.name), kOpenFolder));
+    if (folder) static_cast<void>(fchmod(folder.Number(), fLocked.back().mode));  // nobody to tell any more
+  }
+}
+
+/// A file or a link that is replaced comes into the staging folder, from where it can be taken back.
+bool Publisher::Rename(NodeId node, int from, int to) {
+  const CName name(fPlan.tree[node].name);
+  fMoved.push_back({node, false});
+  if (RenameToFree(from, to, name)) return true;
+  const bool replaces = errno == EEXIST && !fMustBeNew && fPlan.tree[node].kind != Kind::Folder;
+  if (replaces && renameat2(from, name, to, name, RENAME_EXCHANGE) == 0) {
+    fMoved.back().exchanged = true;
+    struct stat replaced;
+    if (fstatat(from, name, &replaced, AT_SYMLINK_NOFOLLOW) == 0 && !S_ISDIR(replaced.st_mode)) return true;
+    errno = EISDIR;  // a folder that came a moment ago goes back to its place with all that was moved
+    return false;
+  }
+  fMoved.pop_back();
+  // Without that kind of rename the old item can't be kept.
+  return replaces && (errno == EINVAL || errno == ENOSYS) && renameat(from, name, to, name) == 0;
+}
+
+/// A folder can change its place only while its owner may write to it, so such modes come last.
+Status Publisher::SetLateModes() {
+  for (const Moved& moved : fMoved) {
+    const Node& node = fPlan.tree[moved.node];
+    const mode_t mode = node.kind == Kind::Folder ? FolderMode(fPlan, moved.node) : S_IRWXU;
+    if ((mode & S_IRWXU) == S_IRWXU) continue;
+    const int parent = fPlaces.Open(node.parent);
+    const Descriptor folder(parent < 0 ? -1 : openat(parent, CName(node.name), kOpenFolder));
+    if (!folder || fchmod(folder.Number(), mode) != 0)
+      return FailedCall("set the mode of", fPlan.tree.Path(moved.node));
+  }
+  return {};
+}
+
+Status Publisher::Publish(int staging) {
+  Status status;
+  for (std::size_t i = 0; i < fLocked.size() && status.Ok(); ++i) status = Unlock(fLocked[i].node);
+  FolderCache made(fPlan, staging, kDescriptors);
+  for (NodeId node = kRoot + 1; node < fMerged.size() && status.Ok(); ++node) {
+    if (!IsRenamed(node) || fMerged[node]) continue;
+    const NodeId parent = fPlan.tree[node].parent;
+    const int from = made.Open(parent), to = fPlaces.Open(parent);
+    if (from < 0 || to < 0)
+      status = FailedCall("open the folder of", fPlan.tree.Path(node));
+    else if (!Rename(node, from, to))
+      status = FailedCall("put into place", fPlan.tree.Path(node));
+  }
+  if (status.Ok()) status = SetLateModes();
+  if (!status.Ok()) TakeBack(made);
+  LockAgain();
+  return status;
+}
+
+void Publisher::TakeBack(FolderCache& made) {
+  for (; !fMoved.empty(); fMoved.pop_back()) {
+    const Node& node = fPlan.tree[fMoved.back().node];
+    const CName name(node.name);
+    const int staged = made.Open(node.parent), place = fPlaces.Open(node.parent);
+    if (staged < 0 || place < 0) continue;
+    // They were moved a moment ago; what can't be moved back stays, and the failure is reported anyway.
+    if (fMoved.back().exchanged)
+      static_cast<void>(renameat2(staged, name, place, name, RENAME_EXCHANGE));
+    else
+      static_cast<void>(RenameToFree(place, staged, name));
+  }
+}
+
+}  // namespace archive

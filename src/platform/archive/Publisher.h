@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+// Brings the finished items from the staging folder to their places.
+#pragma once
+
+#include <vector>
+
+#include "platform/archive/FolderCache.h"
+#include "platform/archive/Plan.h"
+#include "platform/archive/Result.h"
+
+namespace archive {
+
+class Publisher {
+ public:
+  /// `mustBeNew`: no item of the archive's top level may exist in the folder.
+  Publisher(const Plan& plan, int folder, bool mustBeNew);
+
+  /// Looks at what stands in the folder already. A folder meets a folder: they are merged. A file or a link
+  /// replaces anything but a folder. All else is refused.
+  Status Check();
+
+  /// Whether the item itself is renamed; items below it come along.
+  bool IsRenamed(NodeId node) const { return node != kRoot && fMerged[fPlan.tree[node].parent]; }
+
+  /// Renames each item into place: there is the old one or the new one at any time. A failure takes back
+  /// what was renamed already. What was replaced is left in the staging folder.
+  Status Publish(int staging);
+
+ private:
+  struct Locked {
+    NodeId node;
+    mode_t mode;
+  };
+  struct Moved {
+    NodeId node;
+    bool exchanged;
+  };
+  Status CheckPlace(NodeId node);
+  bool Rename(NodeId node, int from, int to);
+  Status SetLateModes();
+  void TakeBack(FolderCache& made);
+  Status Unlock(NodeId folder);
+  void LockAgain();
+
+  const Plan& fPlan;
+  const int fFolder;
+  const bool fMustBeNew;
+  FolderCache fPlaces;
+  std::vector<bool> fMerged;    // folders that exist on both sides
+  std::vector<Locked> fLocked;  // of these, those that forbid their owner to write
+  std::vector<Moved> fMoved;
+};
+
+}  // namespace archive

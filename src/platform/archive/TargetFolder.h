@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+// The folder that an archive is expanded into, made if it is missing.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/archive/Descriptor.h"
+#include "platform/archive/Result.h"
+
+namespace archive {
+
+class TargetFolder {
+ public:
+  /// Opens as much of `path` as exists. The path is the user's: links on it are followed.
+  static Result<TargetFolder> Find(const std::string& path);
+  TargetFolder(TargetFolder&&) = default;
+  TargetFolder& operator=(TargetFolder&&) = delete;
+  /// Removes the folders that were made, unless they were kept.
+  ~TargetFolder();
+
+  bool Exists() const { return fMissing.empty(); }
+  /// Makes what is missing.
+  Status Make();
+  void Keep() { fMade.clear(); }
+  /// The folder once it exists; before that, the last one on the way that does.
+  int Number() const { return fOpened.Number(); }
+
+ private:
+  struct Made {
+    Descriptor parent;
+    std::string name;
+  };
+  TargetFolder() = default;
+  std::string fPath;
+  Descriptor fOpened;
+  std::vector<std::string> fMissing;
+  std::vector<Made> fMade;
+};
+
+}  // namespace archive

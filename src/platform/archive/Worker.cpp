@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+// Creates files below the folders' descriptors and fills them.
+#include "platform/archive/Worker.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <new>
+#include <system_error>
+
+#include "platform/archive/Descriptor.h"
+
+namespace archive {
+namespace {
+
+bool WriteAll(int file, Bytes bytes) {
+  while (!bytes.empty()) {
+    const ssize_t put = write(file, bytes.data(), bytes.size());
+    if (put < 0 && errno == EINTR) continue;
+    if (put <= 0) return false;
+    bytes = bytes.subspan(static_cast<std::size_t>(put));
+  }
+  return true;
+}
+
+bool SetModified(int file, std::int64_t seconds) {
+  const timespec times[2] = {{0, UTIME_OMIT}, {seconds, 0}};
+  return futimens(file, times) == 0;
+}
+
+/// Checks and writes the pieces of one large file.
+class FileTaker : public Taker {
+ public:
+  FileTaker(Work& work, const Entry& entry, int file) : fWork(work), fEntry(entry), fFile(file) {}
+
+  Status Take(Bytes piece) override {
+    fCrc = Crc32(fCrc, piece);
+    if (!WriteAll(fFile, piece)) return FailedCall("write", fEntry.name);
+    fLength += piece.size();
+    fWork.written.fetch_add(piece.size(), std::memory_order_relaxed);
+    if (fWork.writeBack && fLength - fFlushed >= kWriteBackStep) {
+      // Only a head start: the flush before the end is what counts.
+      static_cast<void>(sync_file_range(fFile, static_cast<off_t>(fFlushed),
+                                        static_cast<off_t>(fLength - fFlushed), SYNC_FILE_RANGE_WRITE));
+      fFlushed = fLength;
+    }
+    return {};
+  }
+
+  bool Verified() const { return fCrc == fEntry.crc; }
+
+ private:
+  static constexpr std::uint64_t kWriteBackStep = 8 << 20;
+  Work& fWork;
+  const Entry& fEntry;
+  const int fFile;
+  std::uint32_t fCrc = 0;
+  std::uint64_t fLength = 0, fFlushed = 0;
+};
+
+}  // namespace
+
+void Work::Fail(Status status) {
+  const std::lock_guard lock(fMutex);
+  if (fFailure.Ok()) fFailure = std::move(status);
+  stop = true;
+}
+
+Status Work::Failure() {
+  const std::lock_guard lock(fMutex);
+  return fFailure;
+}
+
+Worker::Worker(Work& work, unsigned number)
+    : fWork(work),
+      fNumber(number),
+      fFolders(work.plan, work.root, work.descriptors, &work.made),
+      fInflater(work.stop) {}
+
+void Worker::Run() try {
+  while (!fWork.stop) {
+    const Job* job = fWork.jobs.Next(fNumber);
+    if (job == nullptr) return;
+    Status status = Do(*job);
+    if (!status.Ok()) fWork.Fail(std::move(status));
+  }
+} catch (const std::bad_alloc&) {
+  fWork.Fail(archive::Fail("there is not enough memory"));
+} catch (const std::system_error&) {
+  fWork.Fail(archive::Fail("could not start a thread"));
+}
+
+Status Worker::Do(const Job& job) {
+  return job.large ? WriteLarge(fWork.plan.files[job.first], fWork.jobs.WorthTwoThreads(job)) : WriteRun(job);
+}
+
+Status Worker::WriteRun(const Job& run) {
+  if (!fPacked) fPacked = std::make_unique_for_overwrite<unsigned char[]>(kLongestRun);
+  const Plan& plan = fWork.plan;
+  const Entry& first = plan.EntryOf(plan.files[run.first]);
+  const Entry& last = plan.EntryOf(plan.files[run.first + run.count - 1]);
+  if (!fWork.source.ReadAt(first.data, fPacked.get(), last.data + last.compressed - first.data))
+    return FailedCall("read the data of the entry", first.name);
+  for (std::size_t i = 0; i < run.count && !fWork.stop; ++i) {
+    const NodeId node = plan.files[run.first + i];
+    const Entry& entry = plan.EntryOf(node);
+    Status status = WriteWhole(node, {fPacked.get() + (entry.data - first.data), entry.compressed});
+    if (!status.Ok()) return status;
+  }
+  return {};
+}
+
+Result<int> Worker::Create(NodeId node) {
+  const Entry& entry = fWork.plan.EntryOf(node);
+  const int folder = fFolders.Open(fWork.plan.tree[node].parent);
+  if (folder < 0) return FailedCall("make the folder of the entry", entry.name);
+  const int file = openat(folder, CName(fWork.plan.tree[node].name),
+                          O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, entry.mode);
+  if (file < 0) return FailedCall("create", entry.name);
+  return file;
+}
+
+Status Worker::WriteWhole(NodeId node, Bytes packed) {
+  const Entry& entry = fWork.plan.EntryOf(node);
+  Result<Bytes> content = fInflater.Whole(packed, entry);
+  if (!content.Ok()) return content.Failure();
+  Result<int> created = Create(node);
+  if (!created.Ok()) return created.Failure();
+  const Descriptor file(*created);
+  if (!WriteAll(file.Number(), *content)) return FailedCall("write", entry.name);
+  if (!SetModified(file.Number(), entry.modified)) return FailedCall("set the time of", entry.name);
+  fWork.written.fetch_add(content->size(), std::memory_order_relaxed);
+  return {};
+}
+
+Status Worker::WriteLarge(NodeId node, bool twoThreads) {
+  const Entry& entry = fWork.plan.EntryOf(node);
+  Result<int> created = Create(node);
+  if (!created.Ok()) return created.Failure();
+  const Descriptor file(*created);
+  FileTaker taker(fWork, entry, file.Number());
+  Status status;
+  if (twoThreads) {
+    PipedOutlet outlet(taker);
+    status = fInflater.Stream(fWork.source, entry, outlet);
+    Status closed = outlet.Close();
+    if (status.Ok()) status = closed;
+  } else {
+    DirectOutlet outlet(fPiece, taker);
+    status = fInflater.Stream(fWork.source, entry, outlet);
+  }
+  if (!status.Ok()) return status;
+  if (!taker.Verified()) return archive::Fail("the checksum of the entry ", Quoted(entry.name), " is wrong");
+  if (!SetModified(file.Number(), entry.modified)) return FailedCall("set the time of", entry.name);
+  return {};
+}
+
+}  // namespace archive

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+// Writes files: what each thread of an expansion does.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+
+#include "platform/archive/FolderCache.h"
+#include "platform/archive/Inflate.h"
+#include "platform/archive/Jobs.h"
+#include "platform/archive/Outlet.h"
+
+namespace archive {
+
+/// What the workers of one expansion share.
+struct Work {
+  Work(const Plan& thePlan, const Source& theSource, int theRoot, unsigned workers)
+      : plan(thePlan), source(theSource), root(theRoot), made(thePlan), jobs(thePlan, workers) {}
+
+  const Plan& plan;
+  const Source& source;
+  const int root;
+  std::size_t descriptors = 16;  // that each may keep open
+  bool writeBack = false;        // begin to write to disk while expanding
+  MadeFolders made;
+  Jobs jobs;
+  std::atomic<std::uint64_t> written{0};
+  std::atomic<bool> stop{false};
+
+  /// Keeps the first failure and stops all workers.
+  void Fail(Status status);
+  Status Failure();
+
+ private:
+  std::mutex fMutex;
+  Status fFailure;
+};
+
+class Worker {
+ public:
+  Worker(Work& work, unsigned number);
+  /// Takes jobs until none is left or somebody failed.
+  void Run();
+
+ private:
+  Status Do(const Job& job);
+  Status WriteRun(const Job& run);
+  Status WriteWhole(NodeId node, Bytes packed);
+  Status WriteLarge(NodeId node, bool twoThreads);
+  Result<int> Create(NodeId node);
+
+  Work& fWork;
+  const unsigned fNumber;
+  FolderCache fFolders;
+  Inflater fInflater;
+  std::unique_ptr<unsigned char[]> fPacked;
+  std::unique_ptr<unsigned char[]> fPiece;
+};
+
+}  // namespace archive

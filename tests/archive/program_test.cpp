@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: MIT
+// The helper as a program: its arguments, its progress, its end at a bad moment.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <sstream>
+
+#include "archive/Sandbox.h"
+
+namespace fs = std::filesystem;
+
+namespace ziptest {
+namespace {
+
+/// Many small files and a large one: enough work to be interrupted in.
+std::string MuchWork() {
+  Zip zip;
+  for (int i = 0; i < 3000; ++i)
+    zip.items.push_back(File("t/" + std::to_string(i % 40) + "/" + std::to_string(i)));
+  zip.items.push_back(With(File("t/large", std::string(30 << 20, 'x')), [](Item& i) { i.deflate = true; }));
+  return zip.Bytes();
+}
+
+bool Empty(const std::string& folder) {
+  return !fs::exists(folder) || fs::is_empty(folder);
+}
+
+TEST(Program, TakesItsArguments) {
+  const Sandbox box;
+  Zip zip;
+  zip.items = {File("f")};
+  Write(box / "-a.zip", zip.Bytes());
+  const struct {
+    const char* arguments;
+    int status;
+  } rows[] = {
+      {"-xk -- -a.zip -b", 0},   {"-xk -a.zip -b", 0},
+      {"-x -k -a.zip -b", 0},    {"-xk --new -a.zip .", 0},
+      {"-xk --new -a.zip .", 1}, {"-xk -a.zip made/by/it", 0},
+      {"-xk missing.zip -b", 1}, {"-xk . -b", 1},
+      {"-xk -a.zip ''", 1},      {"-a.zip -b", 2},
+      {"-x -a.zip -b", 2},       {"-xk -a.zip", 2},
+      {"-xk -q -a.zip -b", 2},   {"", 2},
+  };
+  for (const auto& row : rows) {
+    const Outcome outcome = RunShell("cd " + (box / ".") + " && \"$DITTO\" " + row.arguments);
+    EXPECT_EQ(outcome.status, row.status) << row.arguments << ": " << outcome.err;
+    EXPECT_EQ(outcome.err.empty(), row.status == 0) << row.arguments;
+    EXPECT_EQ(outcome.out, "") << row.arguments;
+  }
+  EXPECT_TRUE(fs::exists(box / "-b/f"));
+  EXPECT_TRUE(fs::exists(box / "made/by/it/f"));
+}
+
+TEST(Program, TellsItsProgress) {
+  const Sandbox box;
+  Write(box.Archive(), MuchWork());
+  const Outcome outcome = RunDitto({"-xk", "--no-sync", "--progress", box.Archive(), box.Target()});
+  ASSERT_EQ(outcome.status, 0) << outcome.err;
+  std::istringstream lines(outcome.out);
+  std::string word;
+  std::uint64_t total = 0, written = 0, last = 0;
+  ASSERT_TRUE(lines >> word >> total);
+  EXPECT_EQ(word, "total");
+  EXPECT_EQ(total, (30u << 20) + 3000 * 8);
+  while (lines >> word && word == "written") {
+    lines >> written;
+    EXPECT_GT(written, last);
+    last = written;
+  }
+  EXPECT_EQ(last, total);
+  EXPECT_EQ(word, "done");
+}
+
+TEST(Program, GoesOnWhenNobodyReads) {
+  const Sandbox box;
+  Write(box.Archive(), MuchWork());
+  const std::string run = "\"$DITTO\" -xk --no-sync --progress " + box.Archive() + " " + box.Target();
+  for (const char* reader : {" | true", " | sleep 0.3", " >&-", " >/dev/full"}) {
+    fs::remove_all(box.Target());
+    const Outcome outcome = RunShell("{ " + run + "; echo $? >" + (box / "status") + "; }" + reader);
+    EXPECT_EQ(Read(box / "status"), "0\n") << reader << outcome.err;
+    EXPECT_TRUE(fs::exists(box.Target() + "/t/large")) << reader;
+  }
+}
+
+TEST(Program, IsKilledAtAnyMomentAndANewRunSucceeds) {
+  const Sandbox box;
+  Write(box.Archive(), MuchWork());
+  fs::create_directories(box.Target());
+  for (const char* signal : {"KILL", "TERM"}) {
+    ASSERT_EQ(RunShell("rm -rf " + box.Target() + "/.ditto-*").status, 0);
+    for (int i = 0; i < 25; ++i) {
+      const std::string wait = "0.0" + std::to_string(10 + i * 3);
+      const Outcome outcome =
+          RunShell("timeout -s " + std::string(signal) + " " + wait + " \"$DITTO\" -xk --no-sync --new " +
+                   box.Archive() + " " + box.Target());
+      const bool there = fs::exists(box.Target() + "/t");
+      if (signal == std::string("TERM") && !there) {
+        EXPECT_TRUE(Empty(box.Target())) << wait;
+      }
+      if (there) {
+        EXPECT_EQ(RunShell("find " + box.Target() + "/t -type f | wc -l").out, "3001\n");
+        fs::remove_all(box.Target() + "/t");
+      }
+    }
+  }
+  EXPECT_EQ(RunDitto({"-xk", "--new", box.Archive(), box.Target()}).status, 0);
+  EXPECT_EQ(RunShell("ls -A " + box.Target()).out, "t\n");
+}
+
+TEST(Program, LeavesAllAsItWasWhenACallFails) {
+  if (!HasProgram("strace") || RunShell("strace -o /dev/null true").status != 0)
+    GTEST_SKIP() << "calls can't be made to fail without strace";
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+  GTEST_SKIP() << "a sanitizer's own calls would fail";
+#endif
+  const Sandbox box;
+  Zip zip;
+  zip.items = {File("d/old"), File("d/new"),  File("d/large", std::string(2 << 20, 'x')),
+               File("e/f"),   Link("l", "d"), Folder("closed/", 040555)};
+  Write(box.Archive(), zip.Bytes());
+  const struct {
+    const char* call;
+    int last;  // how many of them are made to fail, one after the other
+  } rows[] = {{"pread64:error=EIO", 6},   {"openat:error=EMFILE", 14},   {"mkdirat:error=ENOSPC", 3},
+              {"write:error=ENOSPC", 3},  {"write:error=EINTR", 3},      {"utimensat:error=EIO", 6},
+              {"symlinkat:error=EIO", 1}, {"renameat2:error=EACCES", 6}, {"fchmod:error=EPERM", 1}};
+  for (const auto& row : rows) {
+    for (int i = 1; i <= row.last; ++i) {
+      SCOPED_TRACE(row.call + std::string(" ") + std::to_string(i));
+      fs::remove_all(box.Target());
+      fs::create_directories(box.Target() + "/d");
+      Write(box.Target() + "/d/old", "old");
+      const Snapshot before = Look(box.Target());
+      const Outcome outcome = RunShell("strace -f -o /dev/null -e inject=" + std::string(row.call) +
+                                       ":when=" + std::to_string(i) + " \"$DITTO\" -xk --no-sync " +
+                                       box.Archive() + " " + box.Target());
+      if (outcome.status == 0) {
+        EXPECT_EQ(Look(box.Target()).size(), 8u);
+        continue;
+      }
+      EXPECT_TRUE(outcome.status == 1 || outcome.status == 127) << outcome.status;  // 127: the loader's calls
+      EXPECT_EQ(Look(box.Target()), before) << outcome.err;
+    }
+  }
+}
+
+TEST(Program, ReportsLimitsAndAFullDisk) {
+  const Sandbox box;
+  Write(box.Archive(), MuchWork());
+  const std::string run = "\"$DITTO\" -xk --no-sync " + box.Archive() + " " + box.Target();
+  Outcome outcome = RunShell("ulimit -f 20000; " + run);
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_NE(outcome.err.find("could not write \"t/large\": File too large"), std::string::npos)
+      << outcome.err;
+  EXPECT_TRUE(Empty(box.Target()));
+#ifndef __SANITIZE_ADDRESS__  // needs descriptors itself
+  for (int most = 4; most < 20; ++most) {
+    outcome = RunShell("ulimit -n " + std::to_string(most) + "; " + run);
+    EXPECT_EQ(outcome.status == 0, outcome.err.empty()) << most << outcome.err;
+    EXPECT_EQ(Look(box.Target()).size(), outcome.status == 0 ? 3042u : 0u) << most;
+    fs::remove_all(box.Target());
+  }
+#endif
+
+  fs::create_directories(box.Target());
+  if (RunShell("mount -t tmpfs -o size=20m none " + box.Target()).status != 0)
+    GTEST_SKIP() << "may not mount";
+  outcome = RunShell(run);
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_NE(outcome.err.find("enough room"), std::string::npos) << outcome.err;
+  EXPECT_TRUE(Empty(box.Target()));
+  // Room that goes away meanwhile: blocks are rounded up, which the first look doesn't count.
+  Zip zip;
+  for (int i = 0; i < 20000; ++i) zip.items.push_back(File("t/" + std::to_string(i), "x"));
+  Write(box.Archive(), zip.Bytes());
+  outcome = RunShell("mount -o remount,size=30m,nr_inodes=50000 " + box.Target() + " && " + run);
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_NE(outcome.err.find("No space left"), std::string::npos) << outcome.err;
+  EXPECT_TRUE(Empty(box.Target()));
+  EXPECT_EQ(RunShell("umount " + box.Target()).status, 0);
+}
+
+}  // namespace
+}  // namespace ziptest
