@@ -8,8 +8,8 @@
 #include <filesystem>
 
 #include "archive/Sandbox.h"
-#include "platform/archive/Descriptor.h"
 #include "platform/archive/FolderCache.h"
+#include "platform/posix/Descriptor.h"
 
 namespace fs = std::filesystem;
 
@@ -81,9 +81,9 @@ TEST(Destination, FoldersAreNeverEnteredThroughALink) {
   ASSERT_TRUE(plan.Ok());
   fs::create_directories(box / "elsewhere");
   fs::create_symlink(box / "elsewhere", box / "d");
-  const archive::Descriptor root(open((box / ".").c_str(), O_PATH | O_DIRECTORY));
+  const Descriptor root(open((box / ".").c_str(), O_PATH | O_DIRECTORY));
   archive::MadeFolders made(*plan);
-  archive::FolderCache folders(*plan, root.Number(), 4, &made);
+  archive::FolderCache folders(*plan, root.Get(), 4, &made);
   EXPECT_EQ(folders.Open(plan->tree.Find(archive::kRoot, "d")), -1);
 }
 

@@ -9,8 +9,8 @@
 #include <fstream>
 
 #include "archive/Sandbox.h"
-#include "platform/archive/Descriptor.h"
 #include "platform/archive/Plan.h"
+#include "platform/posix/Descriptor.h"
 
 namespace fs = std::filesystem;
 
@@ -219,8 +219,8 @@ TEST(Ordinary, ArchivesBeyondFourGigabytesWithoutLongFieldsAreRecovered) {
   constexpr std::uint64_t kWrap = std::uint64_t{1} << 32;
   const Sandbox box;
   const auto plan = [&](const std::string& path) {
-    const archive::Descriptor file(open(path.c_str(), O_RDONLY));
-    return archive::ReadPlan(archive::FileSource(file.Number(), fs::file_size(path)), 1);
+    const Descriptor file(open(path.c_str(), O_RDONLY));
+    return archive::ReadPlan(archive::FileSource(file.Get(), fs::file_size(path)), 1);
   };
   for (const std::uint64_t size : {kWrap + 5, 2 * kWrap - 100, 3 * kWrap + 70}) {
     SCOPED_TRACE(size);

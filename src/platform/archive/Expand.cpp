@@ -74,7 +74,7 @@ Result<Descriptor> OpenArchive(const std::string& path, std::uint64_t& size) {
   // Never waits for the other end of a pipe.
   Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   struct stat facts;
-  if (!file || fstat(file.Number(), &facts) != 0) return FailedCall("open the archive", path);
+  if (!file || fstat(file.Get(), &facts) != 0) return FailedCall("open the archive", path);
   if (!S_ISREG(facts.st_mode)) return Fail("the archive ", Quoted(path), " is not a file");
   size = static_cast<std::uint64_t>(facts.st_size);
   return file;
@@ -92,14 +92,14 @@ Status WriteAndPublish(const ExpandOptions& options, const Plan& plan, const Sou
   if (!staging.Ok()) return staging.Failure();
   const NoMask noMask;
   const bool flush = options.flush && IsOnDisk(folder);
-  Work work(plan, source, staging->Number(), workers);
+  Work work(plan, source, staging->Get(), workers);
   work.writeBack = flush;
   status = RunCrew(work, workers, options.wall, options.stop, watcher);
-  if (status.Ok()) status = FinishTree(plan, staging->Number(), work.made, publisher);
+  if (status.Ok()) status = FinishTree(plan, staging->Get(), work.made, publisher);
   if (status.Ok() && Stopped(options)) status = Interrupted();
-  if (status.Ok() && flush && syncfs(staging->Number()) != 0) status = FailedCall("flush the data to disk");
+  if (status.Ok() && flush && syncfs(staging->Get()) != 0) status = FailedCall("flush the data to disk");
   if (status.Ok() && Stopped(options)) status = Interrupted();
-  return status.Ok() ? publisher.Publish(staging->Number()) : status;
+  return status.Ok() ? publisher.Publish(staging->Get()) : status;
 }
 
 Status ExpandUnguarded(const ExpandOptions& options, ExpandWatcher& watcher) {
@@ -115,17 +115,17 @@ Status ExpandUnguarded(const ExpandOptions& options, ExpandWatcher& watcher) {
   if (options.wall) {
     tzset();  // reads a file
     RestrictCalls();
-    FolderWall(target->Number()).Enter();
+    FolderWall(target->Get()).Enter();
   }
-  const FileSource source(file->Number(), size);
+  const FileSource source(file->Get(), size);
   Result<Plan> plan = ReadPlan(source, workers);
   if (!plan.Ok()) return plan.Failure();
   if (Stopped(options)) return Interrupted();
 
   Status status = target->Make();
   if (!status.Ok()) return status;
-  RemoveLeftovers(target->Number());
-  status = WriteAndPublish(options, *plan, source, workers, target->Number(), watcher);
+  RemoveLeftovers(target->Get());
+  status = WriteAndPublish(options, *plan, source, workers, target->Get(), watcher);
   if (status.Ok()) target->Keep();
   return status;
 }

@@ -6,7 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/archive/Descriptor.h"
+#include "platform/posix/Descriptor.h"
 
 namespace archive {
 namespace {
@@ -30,7 +30,7 @@ Status MakeLinks(const Plan& plan, FolderCache& folders) {
 
 bool SetMode(int parent, const char* name, mode_t mode) {
   const Descriptor folder(openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-  return folder && fchmod(folder.Number(), mode) == 0;
+  return folder && fchmod(folder.Get(), mode) == 0;
 }
 
 }  // namespace

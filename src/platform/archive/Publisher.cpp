@@ -9,7 +9,7 @@
 
 #include <cerrno>
 
-#include "platform/archive/Descriptor.h"
+#include "platform/posix/Descriptor.h"
 
 namespace archive {
 namespace {
@@ -82,7 +82,7 @@ void Publisher::LockAgain() {
     const Node& node = fPlan.tree[fLocked.back().node];
     const int parent = fPlaces.Open(node.parent);
     const Descriptor folder(parent < 0 ? -1 : openat(parent, CName(node.name), kOpenFolder));
-    if (folder) static_cast<void>(fchmod(folder.Number(), fLocked.back().mode));  // nobody to tell any more
+    if (folder) static_cast<void>(fchmod(folder.Get(), fLocked.back().mode));  // nobody to tell any more
   }
 }
 
@@ -112,7 +112,7 @@ Status Publisher::SetLateModes() {
     if ((mode & S_IRWXU) == S_IRWXU) continue;
     const int parent = fPlaces.Open(node.parent);
     const Descriptor folder(parent < 0 ? -1 : openat(parent, CName(node.name), kOpenFolder));
-    if (!folder || fchmod(folder.Number(), mode) != 0)
+    if (!folder || fchmod(folder.Get(), mode) != 0)
       return FailedCall("set the mode of", fPlan.tree.Path(moved.node));
   }
   return {};

@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "platform/archive/Plan.h"
-#include "platform/archive/RemoveTree.h"
+#include "platform/posix/TreeDelete.h"
 
 namespace archive {
 namespace {
@@ -26,8 +26,8 @@ constexpr int kOpenFolder = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 Descriptor LockIfLeft(int folder, const char* name) {
   Descriptor left(openat(folder, name, kOpenFolder));
   struct stat facts;
-  if (!left || fstat(left.Number(), &facts) != 0 || facts.st_uid != geteuid() ||
-      (facts.st_mode & 07777 & ~S_ISGID) != S_IRWXU || flock(left.Number(), LOCK_EX | LOCK_NB) != 0)
+  if (!left || fstat(left.Get(), &facts) != 0 || facts.st_uid != geteuid() ||
+      (facts.st_mode & 07777 & ~S_ISGID) != S_IRWXU || flock(left.Get(), LOCK_EX | LOCK_NB) != 0)
     return Descriptor();
   return left;
 }
@@ -41,7 +41,7 @@ bool Lock(int folder) {
 
 void RemoveLeftovers(int folder) {
   Descriptor listed(openat(folder, ".", kOpenFolder));
-  DIR* items = listed ? fdopendir(listed.Number()) : nullptr;
+  DIR* items = listed ? fdopendir(listed.Get()) : nullptr;
   if (items == nullptr) return;
   listed.Release();
   std::vector<std::string> names;
@@ -51,7 +51,7 @@ void RemoveLeftovers(int folder) {
   for (const std::string& name : names) {
     const Descriptor left = LockIfLeft(folder, name.c_str());
     // What can't be removed is only in the way of whoever looks for hidden folders.
-    if (left) static_cast<void>(RemoveTree(folder, name.c_str()));
+    if (left) static_cast<void>(DeleteTreeIn(folder, name));
   }
 }
 
@@ -82,7 +82,7 @@ Result<Staging> Staging::Make(int folder) {
     // that run, or the folder is gone by now.
     Descriptor locked(openat(folder, name, kOpenFolder));
     struct stat facts;
-    if (locked && Lock(locked.Number()) && fstat(locked.Number(), &facts) == 0 && facts.st_nlink != 0)
+    if (locked && Lock(locked.Get()) && fstat(locked.Get(), &facts) == 0 && facts.st_nlink != 0)
       return Staging(folder, name, std::move(locked), std::move(*reserve));
     const int reason = errno;
     static_cast<void>(unlinkat(folder, name, AT_REMOVEDIR));
@@ -97,7 +97,7 @@ Staging::Staging(int folder, std::string name, Descriptor locked, Reserve reserv
 
 Staging::~Staging() {
   fReserve = {};
-  if (fLocked) static_cast<void>(RemoveTree(fFolder, fName.c_str()));  // a later run tries again
+  if (fLocked) static_cast<void>(DeleteTreeIn(fFolder, fName));  // a later run tries again
 }
 
 }  // namespace archive

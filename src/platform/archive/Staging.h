@@ -5,8 +5,8 @@
 #include <array>
 #include <string>
 
-#include "platform/archive/Descriptor.h"
 #include "platform/archive/Result.h"
+#include "platform/posix/Descriptor.h"
 
 namespace archive {
 
@@ -22,7 +22,7 @@ class Staging {
   Staging& operator=(Staging&&) = delete;
   ~Staging();
 
-  int Number() const { return fLocked.Number(); }
+  int Get() const { return fLocked.Get(); }
 
  private:
   /// Kept back, so that cleaning up never lacks a descriptor.

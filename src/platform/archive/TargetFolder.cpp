@@ -29,7 +29,7 @@ Result<TargetFolder> TargetFolder::Find(const std::string& path) {
       target.fMissing.push_back(name);
       continue;
     }
-    Descriptor next(openat(target.fOpened.Number(), name.c_str(), kOpenPlace));
+    Descriptor next(openat(target.fOpened.Get(), name.c_str(), kOpenPlace));
     if (next)
       target.fOpened = std::move(next);
     else if (errno == ENOENT)
@@ -43,9 +43,9 @@ Result<TargetFolder> TargetFolder::Find(const std::string& path) {
 Status TargetFolder::Make() {
   constexpr mode_t kMode = 0777;  // less what the user's mask forbids
   for (const std::string& name : fMissing) {
-    const bool made = mkdirat(fOpened.Number(), name.c_str(), kMode) == 0;
+    const bool made = mkdirat(fOpened.Get(), name.c_str(), kMode) == 0;
     if (!made && errno != EEXIST) return FailedCall("make the folder", fPath);
-    Descriptor next(openat(fOpened.Number(), name.c_str(), kOpenPlace));
+    Descriptor next(openat(fOpened.Get(), name.c_str(), kOpenPlace));
     if (!next) return FailedCall("open the folder", fPath);
     std::swap(fOpened, next);
     if (made) fMade.push_back({std::move(next), name});
@@ -57,7 +57,7 @@ Status TargetFolder::Make() {
 TargetFolder::~TargetFolder() {
   // Not empty any more: then somebody else uses it.
   for (; !fMade.empty(); fMade.pop_back())
-    static_cast<void>(unlinkat(fMade.back().parent.Number(), fMade.back().name.c_str(), AT_REMOVEDIR));
+    static_cast<void>(unlinkat(fMade.back().parent.Get(), fMade.back().name.c_str(), AT_REMOVEDIR));
 }
 
 }  // namespace archive

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/archive/Descriptor.h"
 #include "platform/archive/Result.h"
+#include "platform/posix/Descriptor.h"
 
 namespace archive {
 
@@ -24,7 +24,7 @@ class TargetFolder {
   Status Make();
   void Keep() { fMade.clear(); }
   /// The folder once it exists; before that, the last one on the way that does.
-  int Number() const { return fOpened.Number(); }
+  int Get() const { return fOpened.Get(); }
 
  private:
   struct Made {

@@ -108,12 +108,12 @@ FolderWall::FolderWall(int folder) {
   landlock_path_beneath_attr below{};
   below.allowed_access = kBelowFolder;
   below.parent_fd = folder;
-  if (syscall(SYS_landlock_add_rule, made.Number(), LANDLOCK_RULE_PATH_BENEATH, &below, 0) == 0)
+  if (syscall(SYS_landlock_add_rule, made.Get(), LANDLOCK_RULE_PATH_BENEATH, &below, 0) == 0)
     fRules = std::move(made);
 }
 
 void FolderWall::Enter() const {
-  if (fRules) static_cast<void>(syscall(SYS_landlock_restrict_self, fRules.Number(), 0));
+  if (fRules) static_cast<void>(syscall(SYS_landlock_restrict_self, fRules.Get(), 0));
 }
 
 }  // namespace archive

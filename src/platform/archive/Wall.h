@@ -2,7 +2,7 @@
 // Takes away from the process, or from one thread, what expanding doesn't need.
 #pragma once
 
-#include "platform/archive/Descriptor.h"
+#include "platform/posix/Descriptor.h"
 
 namespace archive {
 

@@ -10,7 +10,7 @@
 #include <new>
 #include <system_error>
 
-#include "platform/archive/Descriptor.h"
+#include "platform/posix/Descriptor.h"
 
 namespace archive {
 namespace {
@@ -129,8 +129,8 @@ Status Worker::WriteWhole(NodeId node, Bytes packed) {
   Result<int> created = Create(node);
   if (!created.Ok()) return created.Failure();
   const Descriptor file(*created);
-  if (!WriteAll(file.Number(), *content)) return FailedCall("write", entry.name);
-  if (!SetModified(file.Number(), entry.modified)) return FailedCall("set the time of", entry.name);
+  if (!WriteAll(file.Get(), *content)) return FailedCall("write", entry.name);
+  if (!SetModified(file.Get(), entry.modified)) return FailedCall("set the time of", entry.name);
   fWork.written.fetch_add(content->size(), std::memory_order_relaxed);
   return {};
 }
@@ -140,7 +140,7 @@ Status Worker::WriteLarge(NodeId node, bool twoThreads) {
   Result<int> created = Create(node);
   if (!created.Ok()) return created.Failure();
   const Descriptor file(*created);
-  FileTaker taker(fWork, entry, file.Number());
+  FileTaker taker(fWork, entry, file.Get());
   Status status;
   if (twoThreads) {
     PipedOutlet outlet(taker);
@@ -153,7 +153,7 @@ Status Worker::WriteLarge(NodeId node, bool twoThreads) {
   }
   if (!status.Ok()) return status;
   if (!taker.Verified()) return archive::Fail("the checksum of the entry ", Quoted(entry.name), " is wrong");
-  if (!SetModified(file.Number(), entry.modified)) return FailedCall("set the time of", entry.name);
+  if (!SetModified(file.Get(), entry.modified)) return FailedCall("set the time of", entry.name);
   return {};
 }
 

@@ -8,7 +8,8 @@
 
 class Descriptor {
  public:
-  explicit Descriptor(int value = -1) : fValue(value) {}
+  Descriptor() = default;
+  explicit Descriptor(int value) : fValue(value) {}
   Descriptor(Descriptor&& other) noexcept : fValue(std::exchange(other.fValue, -1)) {}
   Descriptor& operator=(Descriptor&& other) noexcept {
     std::swap(fValue, other.fValue);
@@ -18,9 +19,10 @@ class Descriptor {
     if (fValue >= 0) ::close(fValue);
   }
   int Get() const { return fValue; }
-  bool Valid() const { return fValue >= 0; }
+  explicit operator bool() const { return fValue >= 0; }
+  /// Gives the descriptor away.
   int Release() { return std::exchange(fValue, -1); }
 
  private:
-  int fValue;
+  int fValue = -1;
 };

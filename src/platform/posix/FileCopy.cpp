@@ -55,7 +55,7 @@ bool CopyRegularFile(int source, const struct stat& info, const std::string& tar
                      const std::function<void()>& tick) {
   const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
   Descriptor file(::open(target.c_str(), flags, S_IRUSR | S_IWUSR));
-  if (!file.Valid()) return false;
+  if (!file) return false;
   const bool copied = CopyData(source, file.Get(), tick);
   const timespec times[2] = {info.st_atim, info.st_mtim};
   const bool dressed =
@@ -86,7 +86,7 @@ bool CopySingleItem(const std::string& source, const std::string& target, bool k
   if (!S_ISREG(info.st_mode)) return false;  // opening a FIFO would wait for its other end
   const Descriptor file(
       ::open(source.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | (keepLink ? O_NOFOLLOW : 0)));
-  if (!file.Valid() || ::fstat(file.Get(), &info) != 0 || !S_ISREG(info.st_mode)) return false;
+  if (!file || ::fstat(file.Get(), &info) != 0 || !S_ISREG(info.st_mode)) return false;
   return CopyRegularFile(file.Get(), info, target, tick);
 }
 
@@ -94,7 +94,7 @@ void CopyAttributes(const std::string& source, const std::string& target) {
   struct stat info {};
   if (::stat(source.c_str(), &info) != 0) return;
   const Descriptor item(::open(target.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-  if (!item.Valid()) return;
+  if (!item) return;
   const timespec times[2] = {info.st_atim, info.st_mtim};
   // A copy that keeps its contents but not its dress is still a copy.
   static_cast<void>(::fchmod(item.Get(), info.st_mode & kPermissions));

@@ -20,7 +20,7 @@ std::vector<std::string> ReadList(const std::string& folder) {
   const Descriptor file(
       ::open((folder + "/.hidden").c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
   std::vector<std::string> names;
-  if (!file.Valid()) return names;
+  if (!file) return names;
   std::string text;
   char buffer[4096];
   ssize_t got = 0;
@@ -39,7 +39,7 @@ bool WriteList(const std::string& folder, const std::vector<std::string>& names)
   for (const std::string& name : names) text += name + "\n";
   std::string fresh = folder + "/.hidden.XXXXXX";
   const Descriptor file(::mkostemp(fresh.data(), O_CLOEXEC));
-  if (!file.Valid()) return false;
+  if (!file) return false;
   const bool written = ::write(file.Get(), text.data(), text.size()) == static_cast<ssize_t>(text.size()) &&
                        ::fchmod(file.Get(), 0644) == 0;
   if (written && ::rename(fresh.c_str(), path.c_str()) == 0) return true;

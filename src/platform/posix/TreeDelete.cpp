@@ -53,13 +53,13 @@ class TreeWalk {
   /// Opens a folder, empties it of everything but folders, and notes those.
   bool Enter(int parent, const std::string& name) {
     Descriptor folder(::openat(parent, name.c_str(), kFolderFlags));
-    if (!folder.Valid() && errno == EACCES) {
+    if (!folder && errno == EACCES) {
       // The owner's own lack of permission; fchmodat doesn't follow a link put in its place.
       if (::fchmodat(parent, name.c_str(), kOwnerAll, AT_SYMLINK_NOFOLLOW) == 0)
         folder = Descriptor(::openat(parent, name.c_str(), kFolderFlags));
     }
     struct stat info {};
-    if (!folder.Valid() || ::fstat(folder.Get(), &info) != 0) return false;
+    if (!folder || ::fstat(folder.Get(), &info) != 0) return false;
     if (!fLevels.empty() && info.st_dev != fDevice) return false;
     if ((info.st_mode & kOwnerAll) != kOwnerAll) {
       if (::fchmod(folder.Get(), info.st_mode | kOwnerAll) != 0) fComplete = false;
@@ -71,11 +71,13 @@ class TreeWalk {
   }
 
   void Empty() {
-    DIR* list = ::fdopendir(::fcntl(fFolder.Get(), F_DUPFD_CLOEXEC, 0));
+    Descriptor twin(::fcntl(fFolder.Get(), F_DUPFD_CLOEXEC, 0));
+    DIR* list = twin ? ::fdopendir(twin.Get()) : nullptr;
     if (list == nullptr) {
       fComplete = false;
       return;
     }
+    static_cast<void>(twin.Release());  // the list's now
     std::vector<std::string> names;
     while (const dirent* entry = ::readdir(list)) {
       const std::string name = entry->d_name;
@@ -103,7 +105,7 @@ class TreeWalk {
     }
     Descriptor parent(::openat(fFolder.Get(), "..", kFolderFlags));
     struct stat info {};
-    if (!parent.Valid() || ::fstat(parent.Get(), &info) != 0) return false;
+    if (!parent || ::fstat(parent.Get(), &info) != 0) return false;
     if (info.st_dev != fLevels.back().device || info.st_ino != fLevels.back().inode) return false;
     fFolder = std::move(parent);
     if (::unlinkat(fFolder.Get(), name.c_str(), AT_REMOVEDIR) != 0) fComplete = false;
@@ -131,6 +133,11 @@ bool DeleteTreeAt(const std::string& path, const std::function<void()>& tick) {
   const std::string folder = slash == 0 ? "/" : path.substr(0, slash);
   const Descriptor parent(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
   const std::string name = path.substr(slash + 1);
-  if (!parent.Valid() || name == "." || name == "..") return false;
+  if (!parent || name == "." || name == "..") return false;
   return TreeWalk(tick).Delete(parent.Get(), name);
+}
+
+bool DeleteTreeIn(int parent, const std::string& name) {
+  const std::function<void()> nothing = [] {};
+  return TreeWalk(nothing).Delete(parent, name);
 }
