@@ -48,7 +48,8 @@ int main(int argc, char** argv) {
   const xcb_window_t window = AwaitWindow(display);
   const std::chrono::duration<double, std::milli> shown = std::chrono::steady_clock::now() - start;
   if (std::string(argv[1]) == "run") {
-    const std::string hands = "sleep 0.3; xdotool windowfocus --sync " + std::to_string(window) + " key Return";
+    const std::string hands =
+        "sleep 0.3; xdotool windowfocus --sync " + std::to_string(window) + " key Return";
     if (std::system(hands.c_str()) != 0) return 1;
   } else {
     kill(program, SIGTERM);

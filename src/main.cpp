@@ -8,6 +8,8 @@
 int main(int argc, char** argv) {
   // A helper or program that ends while it is written to must not end the install.
   std::signal(SIGPIPE, SIG_IGN);
+  // Started by a program that ignores its children's ends, this one would never learn how its own ended.
+  std::signal(SIGCHLD, SIG_DFL);
   Application application(argc, argv);
   QtMachine machine;
   Machine::Install(&machine);

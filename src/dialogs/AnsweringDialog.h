@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <string>
 
+#include "dialogs/MenuBar.h"
 #include "platform/Controls.h"
 #include "platform/Window.h"
 
@@ -14,7 +15,10 @@ class AnsweringDialog : public Window {
   std::string fBtnName;
 
  protected:
-  using Window::Window;
+  AnsweringDialog(Size size, const std::string& title, const WindowStyle& style = {})
+      : Window(size, title, style) {
+    AttachMenuBar(*this, MenuBar1());
+  }
 
   void AnswerBy(std::initializer_list<PushButton*> buttons) {
     for (PushButton* button : buttons) {

@@ -16,6 +16,19 @@
 using GlobalsKv::gLineBreak;
 using ViewConst::DirectoryExists;
 
+namespace {
+
+/// May the folder at `target` be deleted and made anew? Not where a link on the way leads out of the
+/// chosen folder, nor where nothing could be put in its place, nor what holds a disk or this installer.
+bool IsSafeTarget(const std::string& parent, const std::string& target) {
+  const FolderItem item(target);
+  const std::string executable = FolderItem(Machine::Current().ExecutableFile()).ResolvedPath();
+  return LiesIn(item.Parent().ResolvedPath(), FolderItem(parent).ResolvedPath()) &&
+         item.Parent().IsWriteable() && !item.IsVolume() && !LiesIn(executable, item.ResolvedPath());
+}
+
+}  // namespace
+
 void TessarineStubWindow::ExpandFolder() {
   InfoBtn.SetVisible(false);
   const FolderItem resources =
@@ -29,7 +42,9 @@ void TessarineStubWindow::ExpandFolder() {
   const std::optional<std::string> archivePath = SettleTarget();
   if (!archivePath) return;
   if (fInstallationPatch && !PreparePatch()) return;
-  if (!ClearTheWay()) return;
+  // Without a Payload there is nothing to take the old installation's place.
+  const bool hasPayload = FolderItem(data2Path).Length() > 0;
+  if (hasPayload && !ClearTheWay()) return;
   const bool putDown = PutArchiveDown(data2Path, *archivePath);
   EncryptDecryptFileEnd(*archivePath, false);
   // A folder of that name is somebody else's.
@@ -59,12 +74,7 @@ std::optional<std::string> TessarineStubWindow::SettleTarget() {
                                                 : SelectTargetFolder(ViewConst::GetApplicationPath(), true);
   if (parent.empty()) return std::nullopt;
   const Target target = PlanTarget(parent, name);
-  const std::string resolved = FolderItem(target.folder).Parent().ResolvedPath();
-  const std::string executable = FolderItem(Machine::Current().ExecutableFile()).ResolvedPath();
-  // Neither may a link on the way lead out of the chosen folder, nor may the install delete its own
-  // package before it has copied it.
-  if (!LiesIn(resolved, FolderItem(parent).ResolvedPath()) ||
-      LiesIn(executable, FolderItem(target.folder).ResolvedPath())) {
+  if (!IsSafeTarget(parent, fInstallationPatch ? target.folder + "Patch" : target.folder)) {
     ShowInstallationFailed();
     return std::nullopt;
   }

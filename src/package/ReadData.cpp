@@ -22,7 +22,9 @@ bool TessarineStubWindow::ReadData() {
   const FolderItem resources = bundle.Child("Contents").Child("Resources");
   std::string data = FileBytes(resources.Child("Data"));
   if (data.empty()) return false;
-  const std::string textData = FileBytes(resources.Child("TextData"));
+  std::string textData = FileBytes(resources.Child("TextData"));
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (textData.starts_with(kByteOrderMark)) textData.erase(0, kByteOrderMark.size());
   DecryptStr(data);
   static_cast<InstallerRecord&>(*this) = ParseRecord(data, RepairUtf8(textData));
   return true;

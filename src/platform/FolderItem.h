@@ -31,6 +31,8 @@ class FolderItem {
   bool Directory() const;
   /// True for a symbolic link itself.
   bool Alias() const;
+  /// True for a folder on which another file system is mounted.
+  bool IsVolume() const;
   /// Bytes of a file, links followed; 0 when there is none.
   std::uint64_t Length() const;
   /// May this process create items in the folder (or write the file)? access(2), nothing is tried.

@@ -14,6 +14,7 @@ struct WindowStyle {
   bool resizable = false;
   Size smallest{};          // of a resizable window
   bool whitePaper = false;  // white background and black text, whatever the desktop's colours
+  bool dialog = true;       // false for the program's one main window
 };
 
 /// Owns its native window; controls are members of derived classes and refer to it.

@@ -1,30 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "session/TessarineStubWindow.h"
 
+#include "dialogs/MenuBar.h"
 #include "platform/Application.h"
 #include "platform/Machine.h"
-#include "platform/Menu.h"
 #include "util/Strings.h"
 
-namespace {
-
-const MenuBar kMenuBar1 = {
-    {"FileMenu", "&File", {{"FileQuit", "&Quit", "Cmd+Q", MenuCommand::Quit}}},
-    {"EditMenu",
-     "&Edit",
-     {{"EditUndo", "&Undo", "Cmd+Z", MenuCommand::Undo},
-      {"UntitledMenu1", "-", "", MenuCommand::Separator},
-      {"EditCut", "Cu&t", "Cmd+X", MenuCommand::Cut},
-      {"EditCopy", "&Copy", "Cmd+C", MenuCommand::Copy},
-      {"EditPaste", "&Paste", "Cmd+V", MenuCommand::Paste},
-      {"EditClear", "&Delete", "", MenuCommand::Clear},
-      {"UntitledMenu0", "-", "", MenuCommand::Separator},
-      {"EditSelectAll", "Select &All", "Cmd+A", MenuCommand::SelectAll}}},
-};
-
-}  // namespace
-
-TessarineStubWindow::TessarineStubWindow() : Window({396, 238}, "Install", {.whitePaper = true}) {
+TessarineStubWindow::TessarineStubWindow()
+    : Window({396, 238}, "Install", {.whitePaper = true, .dialog = false}) {
   for (Control* control : {static_cast<Control*>(&ProgressBar1), static_cast<Control*>(&URLLabel),
                            static_cast<Control*>(&PictureCanvas), static_cast<Control*>(&LogoCanvas),
                            static_cast<Control*>(&CopyrightLabel), static_cast<Control*>(&InfoBtn)})
@@ -33,7 +16,7 @@ TessarineStubWindow::TessarineStubWindow() : Window({396, 238}, "Install", {.whi
   InstallBtn.OnAction([this] { InstallBtn_Action(); });
   InfoBtn.OnAction([this] { InfoBtn_Action(); });
   URLLabel.OnMouseDown([this] { URLLabel_MouseDown(); });
-  AttachMenuBar(*this, kMenuBar1);
+  AttachMenuBar(*this, MenuBar1());
 }
 
 void TessarineStubWindow::Event_Open() {

@@ -54,7 +54,7 @@ bool FileExists(const std::string& path) {
 
 bool DirectoryExists(const std::string& path) {
   std::string folder = path;
-  if (folder != "/") DropTrailingPathSeparator(folder);
+  DropTrailingPathSeparator(folder);
   const std::optional<FolderItem> item = MyGetFolderItem(folder);
   return item && item->Directory();
 }
@@ -102,6 +102,8 @@ bool CopyFolder(const std::string& source, const std::string& target) {
   if (!from || !to) return false;
   if (!from->Directory()) return from->Exists();
   if (IsWithin(to->ResolvedPath(), from->ResolvedPath())) return false;
+  // A link to a folder gives way: what is copied stays where its name says.
+  if (to->Alias()) static_cast<void>(to->Delete());
   bool complete = to->Directory() || to->CreateAsFolder();
   const std::string folder = MyAbsolutePath(to);
   for (const FolderItem& child : from->Children()) {

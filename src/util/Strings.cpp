@@ -137,8 +137,10 @@ std::string UnicodeFromHex(std::string_view text, bool decode) {
   return Utf16LittleEndianToUtf8(HexToBytes(text, text.size() / 2));
 }
 
+std::string gCR;
+
 std::string LineEndingEncoding(const std::string& text) {
-  return text;
+  return gCR.empty() ? text : ReplaceCh1WithCh2(text, gCR.front(), '\n');
 }
 
 bool IsHtml(std::string_view note) {

@@ -51,7 +51,10 @@ std::string UnicodeFromHex(std::string_view text, bool decode);
 /// "A" counts as its code and one above "F" as its code less 55, cut to a byte.
 std::string HexToBytes(std::string_view digits, std::size_t count);
 
-/// Turns carriage returns into line feeds where `gCR` names them; nothing names them now.
+/// A line end that LineEndingEncoding replaces. Nothing sets it, so that texts stay as they are.
+extern std::string gCR;
+
+/// Replaces the character `gCR` by a line feed.
 std::string LineEndingEncoding(const std::string& text);
 
 /// Is the note a page? True when "<HTML>" stands in it, in any case.

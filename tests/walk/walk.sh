@@ -108,7 +108,8 @@ await_end "$installer"
 same_tree "$work/payload/Lantern" "$work/chosen/Lantern" || die "the replaced tree differs"
 
 echo "walk: a damaged archive installs nothing"
-printf 'damage' | dd of="$work/Media Name/Setup.app/Contents/Resources/Data2" bs=1 seek=3000 conv=notrunc status=none
+data2="$work/Media Name/Setup.app/Contents/Resources/Data2"
+printf '%0300d' 0 | dd of="$data2" bs=1 seek=3000 conv=notrunc status=none
 start_install
 choose "$HOME"
 await_window "Walk" # the message box

@@ -90,6 +90,13 @@ bool FolderItem::Alias() const {
   return LinkStatus(fPath, info) && S_ISLNK(info.st_mode);
 }
 
+bool FolderItem::IsVolume() const {
+  struct stat info {};
+  struct stat parent {};
+  return LinkStatus(fPath, info) && S_ISDIR(info.st_mode) && LinkStatus(Parent().fPath + "/.", parent) &&
+         info.st_dev != parent.st_dev;
+}
+
 std::uint64_t FolderItem::Length() const {
   struct stat info {};
   if (::stat(fPath.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return 0;

@@ -56,6 +56,9 @@ bool IsListedHidden(const std::string& folder, const std::string& name) {
 
 void ListHidden(const std::string& folder, const std::string& name, bool hidden) {
   if (name.empty() || name.find('\n') != std::string::npos) return;
+  struct stat info {};
+  if (::lstat((folder + "/.hidden").c_str(), &info) == 0 && info.st_size >= static_cast<off_t>(kLongestList))
+    return;
   std::vector<std::string> names = ReadList(folder);
   const auto at = std::find(names.begin(), names.end(), name);
   if ((at != names.end()) == hidden) return;

@@ -27,6 +27,7 @@ class SpawnSetup {
     ::sigemptyset(&signals);
     ::posix_spawnattr_setsigmask(&fAttributes, &signals);
     ::sigaddset(&signals, SIGPIPE);
+    ::sigaddset(&signals, SIGCHLD);
     ::posix_spawnattr_setsigdefault(&fAttributes, &signals);
     ::posix_spawnattr_setflags(&fAttributes,
                                static_cast<short>(flags | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF));
@@ -52,6 +53,7 @@ class SpawnSetup {
     words.push_back(nullptr);
     pid_t id = -1;
     const int error = ::posix_spawn(&id, program.c_str(), &fActions, &fAttributes, words.data(), environment);
+    errno = error;
     return error == 0 ? id : -1;
   }
 
@@ -85,7 +87,12 @@ bool StartDetached(const std::string& program, const std::vector<std::string>& a
   SpawnSetup setup(POSIX_SPAWN_SETSID);
   setup.Silence(STDOUT_FILENO);
   setup.Silence(STDERR_FILENO);
-  return setup.Start(program, arguments, environ) > 0;
+  if (setup.Start(program, arguments, environ) > 0) return true;
+  if (errno != ENOEXEC) return false;
+  // A script that doesn't name its interpreter is the shell's, as on a command line.
+  std::vector<std::string> words{program};
+  words.insert(words.end(), arguments.begin(), arguments.end());
+  return setup.Start("/bin/sh", words, environ) > 0;
 }
 
 int RunShellLine(const std::string& line, const std::string& toolFolder, const std::function<void()>& wait) {

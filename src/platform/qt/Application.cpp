@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Application.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
+#include <QAbstractButton>
+#include <QKeyEvent>
 #include <QSettings>
 #include <QTimer>
 #include <cstdio>
@@ -15,10 +18,12 @@ namespace {
 
 bool gQuitting = false;
 bool gConnected = false;
+int gErrorOutput = -1;  // while libraries below the toolkit are kept from writing to it
 
 /// The toolkit ends the process by abort when it finds no display; this ends it in order instead.
 void TakeMessage(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text) {
   if (type == QtFatalMsg && !gConnected) {
+    if (gErrorOutput >= 0) ::dup2(gErrorOutput, STDERR_FILENO);
     std::fputs("This installer needs a graphical display, and none can be reached.\n", stderr);
     std::fflush(stderr);
     ::_exit(0);
@@ -33,7 +38,17 @@ NativeApplication::NativeApplication(int& argc, char** argv) : QApplication(argc
   setQuitOnLastWindowClosed(false);
 }
 
+/// A key held down answers one question, not the next ones too.
+bool NativeApplication::IsHeldKey(const QObject* receiver, const QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return false;
+  const auto* key = static_cast<const QKeyEvent*>(event);
+  if (!key->isAutoRepeat()) return false;
+  if (key->key() == Qt::Key_Space) return qobject_cast<const QAbstractButton*>(receiver) != nullptr;
+  return key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter || key->key() == Qt::Key_Escape;
+}
+
 bool NativeApplication::notify(QObject* receiver, QEvent* event) {
+  if (IsHeldKey(receiver, event)) return true;
   try {
     return QApplication::notify(receiver, event);
   } catch (const std::exception& error) {
@@ -45,8 +60,14 @@ bool NativeApplication::notify(QObject* receiver, QEvent* event) {
 
 Application::Application(int& argc, char** argv) {
   qInstallMessageHandler(TakeMessage);
+  gErrorOutput = ::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0);
+  const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+  ::dup2(nowhere, STDERR_FILENO);
   fNative = std::make_unique<NativeApplication>(argc, argv);
   gConnected = true;
+  ::dup2(gErrorOutput, STDERR_FILENO);
+  ::close(nowhere);
+  ::close(gErrorOutput);
   // The folder dialog would keep its size and places in the user's settings; an install leaves nothing.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
 }

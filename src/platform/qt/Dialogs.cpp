@@ -1,33 +1,32 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Dialogs.h"
 
-#include <QApplication>
 #include <QFileDialog>
 #include <QMessageBox>
 
+#include "platform/Machine.h"
 #include "platform/qt/NativeWindow.h"
 
 namespace {
 
 /// The window that a dialog belongs to: the newest one on the screen.
 QWidget* Front() {
-  QWidget* front = QApplication::activeModalWidget();
-  if (front != nullptr) return front;
-  for (QWidget* window : QApplication::topLevelWidgets())
-    if (window->isVisible() && qobject_cast<NativeWindow*>(window) != nullptr) front = window;
-  return front;
+  NativeWindow* front = NativeWindow::Newest();
+  return front != nullptr && front->isVisible() ? front : nullptr;
 }
 
-QString TitleOf(const QWidget* window) {
-  return window == nullptr ? QApplication::applicationDisplayName() : window->windowTitle();
+/// Of the window in front, or of the main window while none is on the screen yet.
+QString FrontTitle() {
+  const NativeWindow* front = NativeWindow::Newest();
+  return front == nullptr ? QString() : front->windowTitle();
 }
 
 }  // namespace
 
 void MessageBox(const std::string& text) {
-  QWidget* parent = Front();
-  QMessageBox box(QMessageBox::NoIcon, TitleOf(parent), QString::fromStdString(text), QMessageBox::Ok,
-                  parent);
+  // What was typed before the message could be seen is no answer to it.
+  Machine::Current().DoEvents(0);
+  QMessageBox box(QMessageBox::NoIcon, FrontTitle(), QString::fromStdString(text), QMessageBox::Ok, Front());
   box.setObjectName("MessageBox");
   box.setTextFormat(Qt::PlainText);
   box.button(QMessageBox::Ok)->setObjectName("OKBtn");
@@ -36,8 +35,7 @@ void MessageBox(const std::string& text) {
 }
 
 std::optional<FolderItem> SelectFolderDialog::ShowModal() {
-  QWidget* parent = Front();
-  QFileDialog dialog(parent, Title.empty() ? TitleOf(parent) : QString::fromStdString(Title));
+  QFileDialog dialog(Front(), Title.empty() ? FrontTitle() : QString::fromStdString(Title));
   dialog.setObjectName("SelectFolderDialog");
   dialog.setFileMode(QFileDialog::Directory);
   dialog.setOption(QFileDialog::ShowDirsOnly);

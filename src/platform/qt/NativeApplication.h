@@ -10,4 +10,7 @@ class NativeApplication : public QApplication {
  public:
   NativeApplication(int& argc, char** argv);
   bool notify(QObject* receiver, QEvent* event) override;
+
+ private:
+  static bool IsHeldKey(const QObject* receiver, const QEvent* event);
 };

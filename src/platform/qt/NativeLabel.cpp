@@ -9,7 +9,8 @@
 
 namespace {
 constexpr int kSmallestPixels = 9;
-}
+constexpr qsizetype kLongestText = 2000;
+}  // namespace
 
 NativeLabel::NativeLabel(Wrap wrap) : fWrap(wrap) {
   setTextFormat(Qt::PlainText);
@@ -38,6 +39,7 @@ void NativeLabel::MakeLink() {
 
 QString NativeLabel::OneParagraph(const QString& text) const {
   QString lines = text;
+  lines.replace("\r\n", "\n").replace('\r', '\n');
   return lines.replace('\n', fWrap == Wrap::Words ? QChar(QChar::LineSeparator) : QChar(' '));
 }
 
@@ -65,7 +67,8 @@ bool NativeLabel::Fits(const QString& text, const QFont& candidate) const {
 
 void NativeLabel::Fit() {
   fShownFont = font();
-  fShown = text();
+  // Far more than any place holds; each try lays the whole of it out.
+  fShown = text().left(kLongestText);
   for (int pixels = QFontInfo(font()).pixelSize(); pixels >= kSmallestPixels; --pixels) {
     if (pixels < QFontInfo(font()).pixelSize()) fShownFont.setPixelSize(pixels);
     if (Fits(fShown, fShownFont)) {
@@ -79,7 +82,7 @@ void NativeLabel::Fit() {
     while (fitting + step <= fShown.size() && Fits(fShown.left(fitting + step) + "…", fShownFont))
       fitting += step;
   }
-  setToolTip(QStringLiteral("<qt>%1</qt>").arg(text().toHtmlEscaped()));
+  setToolTip(QStringLiteral("<qt>%1</qt>").arg(text().left(kLongestText).toHtmlEscaped()));
   fShown = fShown.left(fitting) + "…";
 }
 

@@ -31,7 +31,6 @@ class NativeLabel : public QLabel {
   void Fit();
 
   Wrap fWrap;
-  QFont fDesignFont;
   QFont fShownFont;
   QString fShown;
 };

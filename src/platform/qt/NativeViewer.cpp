@@ -15,12 +15,19 @@ NativeViewer::NativeViewer() {
   connect(this, &QTextBrowser::anchorClicked, this, &NativeViewer::Follow);
 }
 
-QVariant NativeViewer::loadResource(int /*type*/, const QUrl& name) {
-  if (name.scheme() != "data") return QByteArray();
+QVariant NativeViewer::loadResource(int type, const QUrl& name) {
+  // Without an answer the toolkit would look for a picture's name among the files of the disk.
+  QImage nothing(1, 1, QImage::Format_ARGB32);
+  nothing.fill(Qt::transparent);
+  if (name.scheme() != "data")
+    return type == QTextDocument::ImageResource ? QVariant(nothing) : QVariant(QByteArray());
   const QByteArray path = name.path(QUrl::FullyEncoded).toLatin1();
   const qsizetype comma = path.indexOf(',');
   const QByteArray content = QByteArray::fromPercentEncoding(path.mid(comma + 1));
-  return path.left(comma).endsWith(";base64") ? QByteArray::fromBase64(content) : content;
+  const QByteArray bytes = path.left(comma).endsWith(";base64") ? QByteArray::fromBase64(content) : content;
+  if (type != QTextDocument::ImageResource) return bytes;
+  const QImage picture = QImage::fromData(bytes);
+  return picture.isNull() ? nothing : picture;
 }
 
 void NativeViewer::Follow(const QUrl& link) {

@@ -16,9 +16,12 @@ namespace {
 
 constexpr int kCaptionMargins = 16;
 
-Qt::WindowFlags FrameOf() {
-  return Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+Qt::WindowFlags FrameOf(const WindowStyle& style) {
+  return (style.dialog ? Qt::Dialog : Qt::Window) | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
 }
+
+/// All windows in the order in which they were made.
+std::vector<NativeWindow*> gWindows;
 
 QPalette WhitePaper(QPalette palette) {
   palette.setColor(QPalette::Window, Qt::white);
@@ -42,10 +45,22 @@ void PushNative(NativeControl& button) {
 }
 
 NativeWindow::NativeWindow(Window& owner, Size size, const QString& title, const WindowStyle& style)
-    : QDialog(nullptr, FrameOf()), fOwner(owner), fDesign(size), fStyle(style) {
+    : QDialog(nullptr, FrameOf(style)), fOwner(owner), fDesign(size), fStyle(style) {
+  gWindows.push_back(this);
   setWindowTitle(title);
   if (style.whitePaper) setPalette(WhitePaper(palette()));
   ResizeTo(size);
+}
+
+NativeWindow::~NativeWindow() {
+  std::erase(gWindows, this);
+}
+
+NativeWindow* NativeWindow::Newest(const NativeWindow* besides) {
+  NativeWindow* newest = nullptr;
+  for (NativeWindow* window : gWindows)
+    if (window != besides && (window->isVisible() || newest == nullptr)) newest = window;
+  return newest;
 }
 
 void NativeWindow::ResizeTo(Size size) {
@@ -121,11 +136,8 @@ void NativeWindow::LayOutButtons() {
 }
 
 void NativeWindow::PutOverParent() {
-  QWidget* parent = nullptr;
-  for (QWidget* window : QApplication::topLevelWidgets())
-    if (window != this && window->isVisible() && qobject_cast<NativeWindow*>(window) != nullptr)
-      parent = window;
-  if (parent == nullptr) return;
+  QWidget* parent = Newest(this);
+  if (parent == nullptr || !parent->isVisible()) return;
   winId();  // gives the window its handle
   windowHandle()->setTransientParent(parent->windowHandle());
   const QRect space = parent->screen()->availableGeometry();

@@ -33,6 +33,10 @@ class NativeWindow : public QDialog {
  public:
   NativeWindow(Window& owner, Size size, const QString& title, const WindowStyle& style);
 
+  ~NativeWindow() override;
+  /// The window made last of those on the screen, else the first one made; none before any is.
+  static NativeWindow* Newest(const NativeWindow* besides = nullptr);
+
   void Add(NativeControl& control);
   void Remove(const NativeControl& control);
   void ResizeTo(Size size);
