@@ -87,18 +87,31 @@ TEST(Destination, FoldersAreNeverEnteredThroughALink) {
   EXPECT_EQ(folders.Open(plan->tree.Find(archive::kRoot, "d")), -1);
 }
 
-TEST(Destination, NewMeansNewItemsInAFolderThatExists) {
+TEST(Destination, NewReplacesNothing) {
   const Sandbox box;
-  EXPECT_NE(box.Expand(Bundle(), true).find("missing"), std::string::npos);
+  Zip zip;
+  zip.items = {File("a/f", "new"), File("Notes.txt", "new"), File("d/f", "new")};
+  EXPECT_NE(box.Expand(zip, true).find("missing"), std::string::npos);
   EXPECT_FALSE(fs::exists(box.Target()));
-  fs::create_directories(box.Target() + "/d");
-  const Snapshot before = Look(box.Target());
-  EXPECT_NE(box.Expand(Bundle(), true).find("holds \"d\" already"), std::string::npos);
-  EXPECT_EQ(Look(box.Target()), before);
-  fs::remove(box.Target() + "/d");
-  Write(box.Target() + "/other", "stays");
-  EXPECT_EQ(box.Expand(Bundle(), true), "");
-  EXPECT_EQ(Look(box.Target()).size(), 7u);
+  // What the archive is named after must be new, and nothing comes without it.
+  fs::create_directories(box.Target() + "/a");
+  EXPECT_NE(box.Expand(zip, true).find("holds \"a\" already"), std::string::npos);
+  EXPECT_EQ(Look(box.Target()).size(), 1u);
+  fs::remove(box.Target() + "/a");
+  for (const char* taken : {"Notes.txt", "Notes 2.txt", "d/mine"}) {
+    fs::create_directories(fs::path(box.Target() + "/" + taken).parent_path());
+    Write(box.Target() + "/" + taken, "mine");
+  }
+  EXPECT_EQ(box.Expand(zip, true), "");
+  EXPECT_EQ(Look(box.Target()), (Snapshot{{"Notes.txt", "file 644 mine"},
+                                          {"Notes 2.txt", "file 644 mine"},
+                                          {"Notes 3.txt", "file 644 new"},
+                                          {"a", "folder 755"},
+                                          {"a/f", "file 644 new"},
+                                          {"d", "folder 755"},
+                                          {"d/mine", "file 644 mine"},
+                                          {"d 2", "folder 755"},
+                                          {"d 2/f", "file 644 new"}}));
 }
 
 TEST(Destination, LeftoversOfKilledRunsGoAndThoseOfRunningOnesStay) {

@@ -35,13 +35,13 @@ TEST(Program, TakesItsArguments) {
     const char* arguments;
     int status;
   } rows[] = {
-      {"-xk -- -a.zip -b", 0},   {"-xk -a.zip -b", 0},
-      {"-x -k -a.zip -b", 0},    {"-xk --new -a.zip .", 0},
-      {"-xk --new -a.zip .", 1}, {"-xk -a.zip made/by/it", 0},
-      {"-xk missing.zip -b", 1}, {"-xk . -b", 1},
-      {"-xk -a.zip ''", 1},      {"-a.zip -b", 2},
-      {"-x -a.zip -b", 2},       {"-xk -a.zip", 2},
-      {"-xk -q -a.zip -b", 2},   {"", 2},
+      {"-xk -- -a.zip -b", 0},    {"-xk -a.zip -b", 0},
+      {"-x -k -a.zip -b", 0},     {"-xk --new -a.zip .", 0},
+      {"-xk --new -a.zip no", 1}, {"-xk -a.zip made/by/it", 0},
+      {"-xk missing.zip -b", 1},  {"-xk . -b", 1},
+      {"-xk -a.zip ''", 1},       {"-a.zip -b", 2},
+      {"-x -a.zip -b", 2},        {"-xk -a.zip", 2},
+      {"-xk -q -a.zip -b", 2},    {"", 2},
   };
   for (const auto& row : rows) {
     const Outcome outcome = RunShell("cd " + (box / ".") + " && \"$DITTO\" " + row.arguments);

@@ -63,6 +63,12 @@ bool IsOnDisk(int folder) {
   return fstatfs(folder, &facts) != 0 || (facts.f_type != TMPFS_MAGIC && facts.f_type != RAMFS_MAGIC);
 }
 
+/// What an archive is for bears its name, without the extension.
+std::string StemOf(const std::string& archive) {
+  const std::string name = archive.substr(archive.find_last_of('/') + 1);
+  return name.substr(0, name.find_last_of('.'));
+}
+
 bool Stopped(const ExpandOptions& options) {
   return options.stop != nullptr && *options.stop;
 }
@@ -82,7 +88,7 @@ Result<Descriptor> OpenArchive(const std::string& path, std::uint64_t& size) {
 
 Status WriteAndPublish(const ExpandOptions& options, const Plan& plan, const Source& source, unsigned workers,
                        int folder, ExpandWatcher& watcher) {
-  Publisher publisher(plan, folder, options.mustBeNew);
+  Publisher publisher(plan, folder, options.mustBeNew, StemOf(options.archive));
   Status status = publisher.Check();
   if (status.Ok()) status = CheckRoom(plan, folder);
   if (!status.Ok()) return status;

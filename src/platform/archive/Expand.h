@@ -13,7 +13,7 @@ namespace archive {
 struct ExpandOptions {
   std::string archive;
   std::string folder;  // made if it is missing, unless `mustBeNew`
-  /// The folder exists, and nothing of the archive's top level stands in it.
+  /// The folder exists, and nothing that stands in it is replaced: see Publisher.
   bool mustBeNew = false;
   /// Have the data on disk before it is shown.
   bool flush = true;

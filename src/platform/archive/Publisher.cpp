@@ -18,23 +18,24 @@ constexpr std::size_t kDescriptors = 8;
 constexpr int kOpenFolder = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
 /// Fails with EEXIST where something stands. File systems without that kind of rename get a look first.
-bool RenameToFree(int from, int to, const char* name) {
-  if (renameat2(from, name, to, name, RENAME_NOREPLACE) == 0) return true;
+bool RenameToFree(int from, const char* name, int to, const char* newName) {
+  if (renameat2(from, name, to, newName, RENAME_NOREPLACE) == 0) return true;
   if (errno != EINVAL && errno != ENOSYS) return false;
   struct stat facts;
-  if (fstatat(to, name, &facts, AT_SYMLINK_NOFOLLOW) == 0) {
+  if (fstatat(to, newName, &facts, AT_SYMLINK_NOFOLLOW) == 0) {
     errno = EEXIST;
     return false;
   }
-  return errno == ENOENT && renameat(from, name, to, name) == 0;
+  return errno == ENOENT && renameat(from, name, to, newName) == 0;
 }
 
 }  // namespace
 
-Publisher::Publisher(const Plan& plan, int folder, bool mustBeNew)
+Publisher::Publisher(const Plan& plan, int folder, bool mustBeNew, std::string expected)
     : fPlan(plan),
       fFolder(folder),
       fMustBeNew(mustBeNew),
+      fExpected(std::move(expected)),
       fPlaces(plan, folder, kDescriptors),
       fMerged(plan.tree.Nodes().size()) {}
 
@@ -56,7 +57,7 @@ Status Publisher::CheckPlace(NodeId node) {
   if (place < 0) return FailedCall("open the folder of", fPlan.tree.Path(node));
   if (fstatat(place, name, &facts, AT_SYMLINK_NOFOLLOW) != 0)
     return errno == ENOENT ? Status() : FailedCall("look at the place of", fPlan.tree.Path(node));
-  if (fMustBeNew) return Fail("the target folder holds ", Quoted(fPlan.tree.Path(node)), " already");
+  if (fMustBeNew) return FindFreeName(node, place);
   const bool folder = fPlan.tree[node].kind == Kind::Folder;
   if (folder != S_ISDIR(facts.st_mode))
     return Fail("in the place of ", Quoted(fPlan.tree.Path(node)),
@@ -67,6 +68,29 @@ Status Publisher::CheckPlace(NodeId node) {
   if (facts.st_uid != geteuid()) return FailedCall("write to the folder", fPlan.tree.Path(node));
   fLocked.push_back({node, facts.st_mode & 07777});
   return {};
+}
+
+/// "Notes.txt" becomes "Notes 2.txt".
+Status Publisher::FindFreeName(NodeId node, int place) {
+  constexpr int kMostTries = 1000;
+  const std::string name(fPlan.tree[node].name);
+  const std::size_t dot = name.find_last_of('.');
+  const std::size_t stem = dot == std::string::npos || dot == 0 ? name.size() : dot;
+  for (int number = 2; name != fExpected && name != fExpected + "Patch" && number < kMostTries; ++number) {
+    const std::string free = name.substr(0, stem) + " " + std::to_string(number) + name.substr(stem);
+    struct stat facts;
+    const bool isTaken = fstatat(place, free.c_str(), &facts, AT_SYMLINK_NOFOLLOW) == 0 ||
+                         fPlan.tree.Find(kRoot, free) != kNoNode;
+    if (isTaken) continue;
+    fFreeNames[node] = free;
+    return {};
+  }
+  return Fail("the target folder holds ", Quoted(name), " already");
+}
+
+std::string Publisher::PlaceName(NodeId node) const {
+  const auto found = fFreeNames.find(node);
+  return found == fFreeNames.end() ? std::string(fPlan.tree[node].name) : found->second;
 }
 
 Status Publisher::Unlock(NodeId folder) {
@@ -90,7 +114,7 @@ void Publisher::LockAgain() {
 bool Publisher::Rename(NodeId node, int from, int to) {
   const CName name(fPlan.tree[node].name);
   fMoved.push_back({node, false});
-  if (RenameToFree(from, to, name)) return true;
+  if (RenameToFree(from, name, to, PlaceName(node).c_str())) return true;
   const bool replaces = errno == EEXIST && !fMustBeNew && fPlan.tree[node].kind != Kind::Folder;
   if (replaces && renameat2(from, name, to, name, RENAME_EXCHANGE) == 0) {
     fMoved.back().exchanged = true;
@@ -111,7 +135,7 @@ Status Publisher::SetLateModes() {
     const mode_t mode = node.kind == Kind::Folder ? FolderMode(fPlan, moved.node) : S_IRWXU;
     if ((mode & S_IRWXU) == S_IRWXU) continue;
     const int parent = fPlaces.Open(node.parent);
-    const Descriptor folder(parent < 0 ? -1 : openat(parent, CName(node.name), kOpenFolder));
+    const Descriptor folder(parent < 0 ? -1 : openat(parent, PlaceName(moved.node).c_str(), kOpenFolder));
     if (!folder || fchmod(folder.Get(), mode) != 0)
       return FailedCall("set the mode of", fPlan.tree.Path(moved.node));
   }
@@ -147,7 +171,7 @@ void Publisher::TakeBack(FolderCache& made) {
     if (fMoved.back().exchanged)
       static_cast<void>(renameat2(staged, name, place, name, RENAME_EXCHANGE));
     else
-      static_cast<void>(RenameToFree(place, staged, name));
+      static_cast<void>(RenameToFree(place, PlaceName(fMoved.back().node).c_str(), staged, name));
   }
 }
 

@@ -2,6 +2,8 @@
 // Brings the finished items from the staging folder to their places.
 #pragma once
 
+#include <map>
+#include <string>
 #include <vector>
 
 #include "platform/archive/FolderCache.h"
@@ -12,8 +14,9 @@ namespace archive {
 
 class Publisher {
  public:
-  /// `mustBeNew`: no item of the archive's top level may exist in the folder.
-  Publisher(const Plan& plan, int folder, bool mustBeNew);
+  /// `mustBeNew`: nothing that the folder holds is replaced. The item that the archive is for, named
+  /// `expected` or that and "Patch", is refused where the name is taken; another one takes a free name.
+  Publisher(const Plan& plan, int folder, bool mustBeNew, std::string expected);
 
   /// Looks at what stands in the folder already. A folder meets a folder: they are merged. A file or a link
   /// replaces anything but a folder. All else is refused.
@@ -36,6 +39,9 @@ class Publisher {
     bool exchanged;
   };
   Status CheckPlace(NodeId node);
+  Status FindFreeName(NodeId node, int place);
+  /// The item's name where it goes.
+  std::string PlaceName(NodeId node) const;
   bool Rename(NodeId node, int from, int to);
   Status SetLateModes();
   void TakeBack(FolderCache& made);
@@ -45,6 +51,8 @@ class Publisher {
   const Plan& fPlan;
   const int fFolder;
   const bool fMustBeNew;
+  const std::string fExpected;
+  std::map<NodeId, std::string> fFreeNames;
   FolderCache fPlaces;
   std::vector<bool> fMerged;    // folders that exist on both sides
   std::vector<Locked> fLocked;  // of these, those that forbid their owner to write
