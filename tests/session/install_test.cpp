@@ -141,11 +141,12 @@ TEST_F(Install, AFailureIsToldOnce) {
   EXPECT_EQ(fTree.Look("Applications"), TemporaryTree::Contents{});
   std::filesystem::remove(fTree.Path("media/Setup.app/Contents/Resources/Data2"));
   fPackage.payload.clear();
+  fTree.Write("Applications/Demo/old", "old");
   fMachine.fLaunched.clear();
   ExpectInstallPressed();
   fScript.ExpectMessage("It went wrong");
   Run("no payload");
-  EXPECT_EQ(fTree.Look("Applications"), TemporaryTree::Contents{});
+  EXPECT_EQ(fTree.Read("Applications/Demo/old"), "old") << "nothing could take its place";
   EXPECT_TRUE(fMachine.fLaunched.back().ends_with("/After")) << "the walk goes on";
 }
 

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Notes, agreement and information: which window shows them, how, and what each answer leads to.
+#include <sys/stat.h>
+
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -131,7 +133,9 @@ TEST_F(Notes, InformationIsShownAgainAndAgain) {
 
 TEST_F(Notes, APageReachesNothingButTheBrowser) {
   const std::string secret = fTree.Write("secret.html", "secret");
-  fPackage.textData[5] = "<HTML><a name=x>Words</a> <img src='file://" + secret + "'></HTML>";
+  // To open this picture would be to wait for ever.
+  ASSERT_EQ(::mkfifo(fTree.Path("fifo.png").c_str(), 0600), 0);
+  fPackage.textData[5] = "<HTML><a name=x>Words</a> <img src='" + fTree.Path("fifo.png") + "'></HTML>";
   Expect({.window = kMain, .press = "InfoBtn"});
   Expect({.window = kPage, .press = "ContinueBtn", .look = [&secret](QWidget& window) {
             auto& page = Find<QTextBrowser>(window, kPage);
@@ -145,6 +149,20 @@ TEST_F(Notes, APageReachesNothingButTheBrowser) {
   Expect({.window = kMain, .press = "QuitBtn"});
   RunInVain();
   EXPECT_EQ(fMachine.fAddresses, (std::vector<std::string>{"http://a/?b=%20c", "mailto:a@b"}));
+}
+
+TEST_F(Notes, AHeldKeyIsNoAnswerAndAByteOrderMarkNoAgreement) {
+  fPackage.textData[1] = "\xEF\xBB\xBF";
+  fPackage.textData[27] = "notes";
+  ExpectInstallPressed();
+  Expect({.window = kPlain, .press = "OKBtn", .look = [](QWidget& window) {
+            QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
+            QApplication::sendEvent(&window, &held);
+            EXPECT_TRUE(window.isVisible());
+          }});
+  ExpectChosen("home");
+  Run();
+  EXPECT_EQ(fTree.Read("home/Demo/content"), fPackage.payload);
 }
 
 TEST_F(Notes, AResizedAgreementStretchesItsTextAndKeepsItsButtons) {

@@ -34,8 +34,9 @@ END
 runtime="$work/Media Name/Setup.app/Contents/MacOS/TessarineStub"
 
 # Starts an install and leads it to the folder dialog.
+# Some programs start others with their children's ends ignored.
 start_install() {
-  "$runtime" &
+  env --ignore-signal=CHLD "$runtime" &
   installer=$!
   await_window "Walk"
   click 336 208
