@@ -39,6 +39,7 @@ void TessarineStubWindow::ExpandFolder() {
     data2Path = ViewConst::MyAbsolutePath(resources) + "Data2";
     if (!fExecuteAfterName.empty()) afterProgram = resources.Child(fExecuteAfterName);
   }
+  PreInstallCopy();
   const std::optional<std::string> archivePath = SettleTarget();
   if (!archivePath) return;
   if (fInstallationPatch && !PreparePatch()) return;
@@ -54,8 +55,14 @@ void TessarineStubWindow::ExpandFolder() {
     // A copy that failed has been told already.
     if (!ZipFileProcess(*archivePath, *archive) && putDown) ShowInstallationFailed();
   }
+  PostInstallCopy();
   ZipFileDelete(*archivePath, afterProgram);
-  if (afterProgram) afterProgram->Launch(true);
+  if (SpecialPath(fExecuteAfterName) && ViewConst::FileExists(fExecuteAfterName))
+    afterProgram = GlobalsKv::MyGetFolderItem(fExecuteAfterName);
+  if (!afterProgram) return;
+  afterProgram->Launch(true);
+  // An abort has been shown to the user; there is nothing left to stop.
+  static_cast<void>(CommunicateWithExecutable());
 }
 
 void TessarineStubWindow::ShowInstallationFailed() {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/Geometry.h"
+#include "platform/Picture.h"
 #include "platform/Window.h"
 
 struct NativeControl;
@@ -50,6 +51,7 @@ class PushButton : public Control {
              Role role = Plain, Lock lock = Lock::None);
   const std::string& Caption() const { return fCaption; }
   void SetCaption(const std::string& caption);
+  void SetRole(Role role);
   /// Runs on a click, on Space with the focus, and by Return (default) or Escape (cancel).
   void OnAction(std::function<void()> action);
   /// As if the user had clicked it; nothing when it is hidden or disabled.
@@ -80,6 +82,8 @@ class Label : public Control {
 class Canvas : public Control {
  public:
   Canvas(Window& window, std::string name, const Rect& place);
+  /// Drawn from the top left at its own size in points; what is larger than the place is cut.
+  void SetBackdrop(const Picture& picture);
 };
 
 class ProgressBar : public Control {
@@ -92,10 +96,12 @@ class ProgressBar : public Control {
   void SetValue(int value);
 };
 
-/// A read-only plain text that scrolls.
+/// A read-only plain text that scrolls. As a message it has no frame and the window's colours, and takes
+/// the focus only for selecting.
 class TextArea : public Control {
  public:
-  TextArea(Window& window, std::string name, const Rect& place, Lock lock);
+  enum Style { Framed, Message };
+  TextArea(Window& window, std::string name, const Rect& place, Lock lock, Style style = Framed);
   std::string Text() const;
   void SetText(const std::string& text);
 };

@@ -43,8 +43,16 @@ class Machine {
   virtual std::string SystemParentFolder() = 0;
   /// The name of volume 0, the start-up volume.
   virtual std::string StartupVolumeName() = 0;
+  /// The folder that all users share.
+  virtual std::string SharedFolder() = 0;
+  /// Installed memory in units of 1,000,000 bytes. False when the system doesn't say.
+  virtual bool InstalledMemory(std::int64_t& megabytes) = 0;
   /// The system's version: first and second number. False when the system doesn't say.
   virtual bool SystemVersion(std::int64_t& major, std::int64_t& minor) = 0;
+
+  /// The text that programs hand to each other by copying; empty where there is none.
+  virtual std::string ClipboardText() = 0;
+  virtual void SetClipboardText(const std::string& text) = 0;
 
   /// Opens an address in the user's browser.
   virtual void ShowURL(const std::string& address) = 0;

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/Geometry.h"
+#include "platform/Picture.h"
 
 class NativeWindow;
 
@@ -30,6 +31,9 @@ class Window {
   Size ContentSize() const;
   /// Another size than designed; locked controls follow. No smaller size is left to the user.
   void Resize(Size size);
+
+  /// Drawn below the controls, from the top left.
+  void SetBackdrop(const Picture& picture);
 
   void Show();
   void Hide();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "session/App.h"
 
+#include "dialogs/Posing.h"
 #include "util/GlobalsKv.h"
 
 int App::Run() {
@@ -8,6 +9,7 @@ int App::Run() {
     Event_Open();
     LateStartup();
   });
+  GlobalsKv::DropSharedMessage();
   fDefaultView.reset();
   return status;
 }

@@ -1,16 +1,29 @@
 // SPDX-License-Identifier: MIT
 // From the open event to a window that waits for the user.
+#include "dialogs/Posing.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
 #include "session/TessarineStubWindow.h"
 
 void TessarineStubWindow::DoStartup() {
   MyProcessToTop();
+  if (!CheckAdminAccount()) {
+    Application::Quit(0);
+    return;
+  }
   if (!ReadData()) {
     MessageBox(CustomLabel("Installation Failed", LabelText(13)));
     Application::Quit(0);
     return;
   }
+  if (!CheckMinOSorRAM() || !DoExecuteBefore()) {
+    Application::Quit(0);
+    return;
+  }
+  Dress();
+}
+
+void TessarineStubWindow::Dress() {
   SetTitle(CustomLabel(Title(), fWindowTitle));
   if (!fInfo.empty()) InfoBtn.SetCaption(CustomLabel(InfoBtn.Caption(), LabelText(6)));
   QuitBtn.SetCaption(CustomLabel(QuitBtn.Caption(), LabelText(1)));
@@ -21,6 +34,7 @@ void TessarineStubWindow::DoStartup() {
   }
   MessageLabel.SetText(fMessage);
   if (fCenterMessage) MessageLabel.SetAlignment(Label::Alignment::Centre);
+  DressPictures();
   if (!fURLActual.empty() || !fURLDisplayed.empty()) {
     if (fURLDisplayed.empty()) fURLDisplayed = fURLActual;
     URLLabel.SetVisible(true);
@@ -30,4 +44,19 @@ void TessarineStubWindow::DoStartup() {
     InfoBtn.SetVisible(true);
     Refresh();
   }
+  fDressed = true;
+}
+
+void TessarineStubWindow::DressPictures() {
+  const auto dress = [](Canvas& canvas, std::int64_t width, std::int64_t height, const std::string& pixels) {
+    std::optional<Picture> picture = PixelStringToPicture(width, height, pixels);
+    if (!picture) return;
+    picture->transparent = true;
+    canvas.SetBackdrop(*picture);
+    canvas.SetVisible(true);
+  };
+  dress(PictureCanvas, fPictureWidth, fPictureHeight, fPicturePixelStr);
+  dress(LogoCanvas, fLogoWidth, fLogoHeight, fLogoPixelStr);
+  if (const auto backdrop = PixelStringToPicture(fBackgroundWidth, fBackgroundHeight, fBackgroundPixelStr))
+    SetBackdrop(*backdrop);
 }

@@ -26,6 +26,7 @@ void TessarineStubWindow::OKBtnClicked() {
   if (!goOn || Application::Quitting()) return;
   InstallBtn.SetEnabled(false);
   ExpandFolder();
+  Cleanup();
   Application::Quit(0);
 }
 

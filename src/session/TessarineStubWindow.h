@@ -38,6 +38,12 @@ class TessarineStubWindow : public Window, public InstallerRecord {
   /// Brings the program to the front. It can't fail from the caller's point of view.
   void MyProcessToTop() { ToFront(); }
 
+  // session/CheckRequirements.cpp
+  /// False after a message for each requirement of the package that the machine doesn't meet.
+  bool CheckMinOSorRAM();
+  /// False, after a message, for a user who may not create a file in the Applications folder.
+  bool CheckAdminAccount();
+
   // session/InstallWalk.cpp
   void OKBtnClicked();
   void InfoBtnClicked();
@@ -67,7 +73,29 @@ class TessarineStubWindow : public Window, public InstallerRecord {
   /// Launches `file`, if any, and removes the archive at `path`.
   void ZipFileDelete(const std::string& path, const std::optional<FolderItem>& file);
 
+  // actions/PreInstallCopy.cpp, actions/PostInstallCopy.cpp: the action script
+  void PreInstallCopy();
+  void PostInstallCopy();
+
+  // actions/ExternalPrograms.cpp
+  /// Replaces a path with a specifier by a full one and tells the program to come, by the clipboard,
+  /// where the installer is. False for a path without one.
+  bool SpecialPath(std::string& path);
+  /// False when the program refuses the install.
+  bool DoExecuteBefore();
+  /// Hears a program out that has just been launched. False when it aborts the install.
+  bool CommunicateWithExecutable();
+  void DoShellCmd(const std::string& command);
+  void DoShellFile(const std::string& name);
+
+  // actions/Cleanup.cpp
+  void Cleanup();
+
  private:
+  // session/DoStartup.cpp
+  void Dress();
+  void DressPictures();
+
   // engine/ExpandFolder.cpp
   std::optional<std::string> SettleTarget();
   bool PreparePatch();
@@ -75,4 +103,6 @@ class TessarineStubWindow : public Window, public InstallerRecord {
   bool MayReplaceTarget();
   bool PutArchiveDown(const std::string& data2Path, const std::string& archivePath);
   void ShowInstallationFailed();
+
+  bool fDressed = false;  // the package's content is in the window
 };

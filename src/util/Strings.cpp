@@ -33,12 +33,6 @@ std::size_t OffsetOf(std::string_view text, std::size_t character) {
   return at;
 }
 
-unsigned DigitValue(char digit) {
-  const auto code = static_cast<unsigned char>(digit);
-  if (code >= '0' && code <= '9') return code - '0';
-  return code >= 'A' ? code - 55U : code;
-}
-
 }  // namespace
 
 std::size_t FindText(std::string_view text, std::string_view needle, std::size_t start) {
@@ -125,10 +119,16 @@ std::string FillString(std::string_view ch, std::int64_t count) {
   return std::string(static_cast<std::size_t>(count), ch.front());
 }
 
+unsigned HexDigitValue(char digit) {
+  const auto code = static_cast<unsigned char>(digit);
+  if (code >= '0' && code <= '9') return code - '0';
+  return code >= 'A' ? code - 55U : code;
+}
+
 std::string HexToBytes(std::string_view digits, std::size_t count) {
   std::string bytes(count, '\0');
   for (std::size_t i = 0; i < count; ++i)
-    bytes[i] = static_cast<char>(16 * DigitValue(digits[2 * i]) + DigitValue(digits[2 * i + 1]));
+    bytes[i] = static_cast<char>(16 * HexDigitValue(digits[2 * i]) + HexDigitValue(digits[2 * i + 1]));
   return bytes;
 }
 

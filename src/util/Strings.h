@@ -47,8 +47,11 @@ std::string FillString(std::string_view ch, std::int64_t count);
 /// Hexadecimal digits of little-endian UTF-16 as UTF-8; with `decode` false the text as it is.
 std::string UnicodeFromHex(std::string_view text, bool decode);
 
-/// `count` bytes from the first 2 * `count` digits, "0" to "9" and "A" to "F". Another character below
-/// "A" counts as its code and one above "F" as its code less 55, cut to a byte.
+/// The value of a hexadecimal digit, "0" to "9" and "A" to "F". Another character below "A" counts as its
+/// code, and one above "F" as its code less 55.
+unsigned HexDigitValue(char digit);
+
+/// `count` bytes from the first 2 * `count` digits, each cut to a byte.
 std::string HexToBytes(std::string_view digits, std::size_t count);
 
 /// A line end that LineEndingEncoding replaces. Nothing sets it, so that texts stay as they are.

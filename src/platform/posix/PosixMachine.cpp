@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/PosixMachine.h"
 
+#include <sys/sysinfo.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -40,6 +41,13 @@ std::string PosixMachine::TemporaryFolder() {
 
 std::string PosixMachine::SystemParentFolder() {
   return ApplicationsParent();
+}
+
+bool PosixMachine::InstalledMemory(std::int64_t& megabytes) {
+  struct sysinfo info {};
+  if (::sysinfo(&info) != 0) return false;
+  megabytes = static_cast<std::int64_t>(std::uint64_t{info.totalram} * info.mem_unit / 1'000'000);
+  return true;
 }
 
 bool PosixMachine::SystemVersion(std::int64_t& major, std::int64_t& minor) {

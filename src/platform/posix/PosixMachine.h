@@ -15,7 +15,12 @@ class PosixMachine : public Machine {
   std::string TemporaryFolder() override;
   std::string SystemParentFolder() override;
   std::string StartupVolumeName() override { return "System"; }
+  std::string SharedFolder() override { return "/Users/Shared"; }
+  bool InstalledMemory(std::int64_t& megabytes) override;
   bool SystemVersion(std::int64_t& major, std::int64_t& minor) override;
+  /// Without a desktop the text stays in this process.
+  std::string ClipboardText() override { return fClipboard; }
+  void SetClipboardText(const std::string& text) override { fClipboard = text; }
   int Execute(const std::string& command) override;
   bool Launch(const FolderItem& item) override;
   std::shared_ptr<Expansion> ExpansionOf(const FolderItem& archive) override;
@@ -29,4 +34,5 @@ class PosixMachine : public Machine {
  private:
   std::map<std::string, std::shared_ptr<Expansion>> fExpansions;  // by the archive's path
   std::string fTemporaryFolder;
+  std::string fClipboard;
 };

@@ -88,15 +88,18 @@ PushButton::PushButton(Window& window, std::string name, const Rect& place, cons
     : Control(window, std::move(name), place, lock, Made(new QPushButton)) {
   auto& button = As<QPushButton>(Native());
   button.setAutoDefault(true);
-  Native().role = role;
-  if (role == Default) {
-    button.setDefault(true);
-    button.setFocus();
-  }
+  SetRole(role);
   QObject::connect(&button, &QPushButton::clicked, &button, [native = &Native()] {
     if (native->action) native->action();
   });
   SetCaption(caption);
+}
+
+void PushButton::SetRole(Role role) {
+  auto& button = As<QPushButton>(Native());
+  Native().role = role;
+  button.setDefault(role == Default);
+  if (role == Default) button.setFocus();
 }
 
 void PushButton::SetCaption(const std::string& caption) {
@@ -137,6 +140,12 @@ void Label::OnMouseDown(std::function<void()> action) {
 Canvas::Canvas(Window& window, std::string name, const Rect& place)
     : Control(window, std::move(name), place, Lock::None, Made(new QLabel)) {}
 
+void Canvas::SetBackdrop(const Picture& picture) {
+  auto& label = As<QLabel>(Native());
+  label.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  label.setPixmap(ToQt(picture));
+}
+
 ProgressBar::ProgressBar(Window& window, std::string name, const Rect& place, int maximum)
     : Control(window, std::move(name), place, Lock::None, Made(new QProgressBar)) {
   auto& bar = As<QProgressBar>(Native());
@@ -161,12 +170,20 @@ void ProgressBar::SetValue(int value) {
   As<QProgressBar>(Native()).setValue(std::clamp(value, 0, Maximum()));
 }
 
-TextArea::TextArea(Window& window, std::string name, const Rect& place, Lock lock)
+TextArea::TextArea(Window& window, std::string name, const Rect& place, Lock lock, Style style)
     : Control(window, std::move(name), place, lock, Made(new QPlainTextEdit)) {
   auto& area = As<QPlainTextEdit>(Native());
   area.setReadOnly(true);
   area.setTabChangesFocus(true);
   area.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  if (style == Framed) return;
+  area.setFrameShape(QFrame::NoFrame);
+  area.document()->setDocumentMargin(0);
+  area.setFocusPolicy(Qt::ClickFocus);
+  QPalette colours = area.palette();
+  colours.setColor(QPalette::Base, colours.color(QPalette::Window));
+  colours.setColor(QPalette::Text, colours.color(QPalette::WindowText));
+  area.setPalette(colours);
 }
 
 std::string TextArea::Text() const {

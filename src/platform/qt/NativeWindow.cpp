@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QProgressBar>
 #include <QScreen>
 #include <QWindow>
@@ -38,6 +39,19 @@ void ShowCaption(QPushButton& button, const QString& caption) {
 }
 
 }  // namespace
+
+QPixmap ToQt(const Picture& picture) {
+  QImage image(picture.pixels.data(), picture.width, picture.height, qsizetype{3} * picture.width,
+               QImage::Format_RGB888);
+  image = image.convertToFormat(QImage::Format_ARGB32);
+  if (picture.transparent) {
+    for (int y = 0; y < image.height(); ++y) {
+      auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+      std::replace(line, line + image.width(), qRgb(255, 255, 255), qRgba(255, 255, 255, 0));
+    }
+  }
+  return QPixmap::fromImage(std::move(image));
+}
 
 void PushNative(NativeControl& button) {
   auto* widget = qobject_cast<QPushButton*>(button.widget);
@@ -187,6 +201,16 @@ void NativeWindow::closeEvent(QCloseEvent* event) {
   } else if (!fOwner.Event_CancelClose(false)) {
     fOwner.Event_Close();
   }
+}
+
+void NativeWindow::SetBackdrop(const QPixmap& picture) {
+  fBackdrop = picture;
+  update();
+}
+
+void NativeWindow::paintEvent(QPaintEvent* event) {
+  QDialog::paintEvent(event);
+  if (!fBackdrop.isNull()) QPainter(this).drawPixmap(0, 0, fBackdrop);
 }
 
 void NativeWindow::reject() {

@@ -13,6 +13,9 @@
 #include "platform/Controls.h"
 #include "platform/Window.h"
 
+/// White becomes transparent where the picture says so.
+QPixmap ToQt(const Picture& picture);
+
 inline QRect ToQt(const Rect& place) {
   return {place.left, place.top, place.width, place.height};
 }
@@ -44,10 +47,12 @@ class NativeWindow : public QDialog {
   void Relayout();
   void RunModal();
   void EndModal();
+  void SetBackdrop(const QPixmap& picture);
   void SetContextMenu(std::unique_ptr<QMenu> menu) { fMenu = std::move(menu); }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
@@ -63,6 +68,7 @@ class NativeWindow : public QDialog {
   Size fDesign;
   WindowStyle fStyle;
   std::vector<NativeControl*> fControls;
+  QPixmap fBackdrop;
   std::unique_ptr<QMenu> fMenu;
   QEventLoop* fModalLoop = nullptr;
 };

@@ -2,6 +2,7 @@
 #include "platform/qt/QtMachine.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QDesktopServices>
 #include <QEventLoop>
 #include <QTimer>
@@ -58,6 +59,14 @@ void QtMachine::Yield() {
   const InputDropped dropped;
   QCoreApplication::processEvents();
   fLastYield = Ticks();
+}
+
+std::string QtMachine::ClipboardText() {
+  return QGuiApplication::clipboard()->text().toStdString();
+}
+
+void QtMachine::SetClipboardText(const std::string& text) {
+  QGuiApplication::clipboard()->setText(QString::fromStdString(text));
 }
 
 void QtMachine::ShowURL(const std::string& address) {

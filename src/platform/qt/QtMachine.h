@@ -8,6 +8,8 @@ class QtMachine : public PosixMachine {
  public:
   void DoEvents(int milliseconds) override;
   void Yield() override;
+  std::string ClipboardText() override;
+  void SetClipboardText(const std::string& text) override;
   void ShowURL(const std::string& address) override;
 
  protected:

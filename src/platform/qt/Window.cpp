@@ -24,6 +24,10 @@ void Window::Resize(Size size) {
   fNative->ResizeTo(size);
 }
 
+void Window::SetBackdrop(const Picture& picture) {
+  fNative->SetBackdrop(ToQt(picture));
+}
+
 void Window::Show() {
   fNative->show();
 }

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+// Removes an installer, or the folder that it came in, once it has ended. It is started by the
+// installer without arguments and finds its order beside its own bundle.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <climits>
+#include <cstdio>
+#include <fstream>
+#include <string>
+#include <thread>
+
+#include "cleanup/Order.h"
+#include "platform/posix/TreeDelete.h"
+
+namespace {
+
+constexpr auto kLook = std::chrono::milliseconds(100);
+constexpr int kMostLooks = 10 * 60 * 10;  // ten minutes
+
+/// The installer quits at once after it has started this program, whose parent changes then.
+bool InstallerHasEnded(pid_t installer) {
+  for (int look = 0; look < kMostLooks; ++look) {
+    if (::getppid() != installer) return true;
+    std::this_thread::sleep_for(kLook);
+  }
+  return false;
+}
+
+/// The path of this program's bundle, "….app", or empty.
+std::string OwnBundle() {
+  std::string path(PATH_MAX, '\0');
+  const ssize_t length = ::readlink("/proc/self/exe", path.data(), path.size());
+  path.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
+  const std::size_t end = path.rfind("/Contents/MacOS/");
+  return end == std::string::npos ? "" : path.substr(0, end);
+}
+
+std::string TakeOrder(const std::string& file) {
+  std::string order;
+  std::ifstream stream(file);
+  std::getline(stream, order, '\0');
+  ::unlink(file.c_str());
+  return order;
+}
+
+}  // namespace
+
+int main() {
+  const pid_t installer = ::getppid();
+  const std::string bundle = OwnBundle();
+  if (bundle.empty()) return 1;
+  const std::string order = TakeOrder(bundle.substr(0, bundle.rfind('.')) + ".data");
+  if (!InstallerHasEnded(installer)) return 1;
+  const std::string path = PathOfOrder(order);
+  const std::string objection = path.empty() ? "the order is unclear" : Objection(path, HomeFolders());
+  if (!objection.empty()) {
+    std::fprintf(stderr, "cleanup: \"%s\" stays: %s\n", path.c_str(), objection.c_str());
+    return 1;
+  }
+  return DeleteTreeAt(path, [] {}) ? 0 : 1;
+}

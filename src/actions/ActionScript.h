@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// The publisher's action script: entries separated by "|", each "key=value". There is no escape.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct Action {
+  enum class Kind {
+    Delete,              // value: a path
+    Shell,               // value: a command
+    ShellFile,           // value: a file's name in the target folder
+    CreateFolder,        // value: a path
+    AllUsersFullAccess,  // value: a path
+    PreInstallDelete,    // value: a path
+    PreInstallCopy,      // source and destination
+    Copy,                // source, counted from the target folder, and destination
+    Invalid              // an empty key, or a value that is missing
+  };
+  Kind kind = Kind::Invalid;
+  std::string value{};
+  std::string source{};
+  std::string destination{};
+  std::string folderTest{};    // copy only if this folder exists
+  bool tested = false;         // folderTest counts
+  bool onlyIfMissing = false;  // copy only if nothing stands at the destination
+};
+
+/// One entry a piece of the text; none for an empty text. Keywords are known in any case. What stands
+/// behind a second "=" is dropped.
+std::vector<Action> ParseActions(std::string_view script);
+
+/// "UserAccount/x" counted from the home folder; any other path as it is.
+std::string ExpandUserAccount(const std::string& path, const std::string& home);

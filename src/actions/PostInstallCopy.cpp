@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+// The walk through the action script after the expansion. A failure ends its own entry only.
+#include "actions/ActionScript.h"
+#include "dialogs/Posing.h"
+#include "platform/Dialogs.h"
+#include "platform/Machine.h"
+#include "session/TessarineStubWindow.h"
+#include "util/Clock.h"
+#include "util/Files.h"
+#include "util/GlobalsKv.h"
+#include "util/Paths.h"
+#include "util/Rights.h"
+#include "util/Strings.h"
+
+using ViewConst::DirectoryExists;
+using ViewConst::FileExists;
+
+namespace {
+
+void Complain(const std::string& what) {
+  MessageBox("Install Error" + GlobalsKv::gLineBreak + GlobalsKv::gLineBreak + what);
+}
+
+std::string FromHome(const std::string& path) {
+  return ExpandUserAccount(path, Machine::Current().HomeFolder());
+}
+
+void MakeFolders(const std::string& path) {
+  GlobalsKv::gConflictType = 0;
+  ViewConst::ForceDirectories(path, true);
+  GlobalsKv::PoseConflictDialog();
+}
+
+/// A bundle among the applications is written a second time, by way of the folder that all users share.
+/// It stays where it is until the way there and back is safe.
+void TakeThroughSharedFolder(const std::string& bundle) {
+  const std::string shared = Machine::Current().SharedFolder();
+  ViewConst::ForceDirectories(shared, false);
+  if (!DirectoryExists(shared)) return;
+  const std::string temporary = shared + "/" + ViewConst::ExtractFileName(bundle);
+  ViewConst::DeleteFolderOrApp(temporary);
+  if (!ViewConst::CopyFolder(bundle, temporary)) {
+    ViewConst::DeleteFolderOrApp(temporary);
+    return;
+  }
+  ViewConst::DeleteFolderOrApp(bundle);
+  ViewConst::Sleep(1);
+  // A copy that fails here leaves the one under way as the only whole one.
+  if (ViewConst::CopyFolder(temporary, bundle)) ViewConst::DeleteFolderOrApp(temporary);
+  ViewConst::Sleep(1);
+}
+
+bool MayCopy(const Action& action, const std::string& destination) {
+  if (action.onlyIfMissing) return !FileExists(destination) && !DirectoryExists(destination);
+  return !action.tested || DirectoryExists(FromHome(action.folderTest));
+}
+
+void Copy(const Action& action, const std::string& source) {
+  const std::string destination = FromHome(action.destination);
+  if (!MayCopy(action, destination)) return;
+  const std::string name = ViewConst::ExtractFileName(source);
+  if (!FileExists(source)) {
+    Complain("Missing File: " + name);
+    return;
+  }
+  const std::string folder = ViewConst::MyExtractFilePath(destination);
+  if (!folder.empty() && !DirectoryExists(folder)) MakeFolders(folder);
+  if (FileExists(destination)) ViewConst::DeleteFile(destination);
+  if (!DirectoryExists(source)) {
+    if (!ViewConst::CopyFile(source, destination)) Complain("File Copy Failed: " + name);
+  } else if (!ViewConst::CopyFolder(source, destination)) {
+    Complain("Folder Copy Failed: " + name);
+  } else if (ViewConst::Pos("/Applications", destination) == 1 && ViewConst::Pos(".app", destination) > 0) {
+    TakeThroughSharedFolder(destination);
+  }
+}
+
+void Remove(const std::string& path) {
+  if (DirectoryExists(path))
+    ViewConst::DeleteFolderOrApp(path);
+  else if (FileExists(path))
+    ViewConst::DeleteFile(path);
+}
+
+}  // namespace
+
+void TessarineStubWindow::PostInstallCopy() {
+  for (const Action& action : ParseActions(fPostCopy)) {
+    switch (action.kind) {
+      case Action::Kind::Delete:
+        Remove(FromHome(action.value));
+        break;
+      case Action::Kind::Shell:
+        DoShellCmd(action.value);
+        break;
+      case Action::Kind::ShellFile:
+        DoShellFile(action.value);
+        break;
+      case Action::Kind::CreateFolder:
+        if (!DirectoryExists(FromHome(action.value))) MakeFolders(FromHome(action.value));
+        break;
+      case Action::Kind::AllUsersFullAccess:
+        ViewConst::AllUsersFullAccessOnMac(GlobalsKv::MyGetFolderItem(FromHome(action.value)));
+        break;
+      case Action::Kind::PreInstallDelete:
+      case Action::Kind::PreInstallCopy:
+        break;  // done ahead of the expansion
+      case Action::Kind::Copy:
+        Copy(action, fTargetFolder + "/" + action.source);
+        break;
+      case Action::Kind::Invalid:
+        Complain("Contact Publisher");
+        break;
+    }
+    Machine::Current().Yield();
+  }
+}

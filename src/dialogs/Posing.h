@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// Messages and questions through the sized dialog.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "platform/Picture.h"
+
+namespace GlobalsKv {
+
+/// Shows the pending message of gConflictType, if any, and leaves it pending.
+void PoseConflictDialog();
+
+/// Shows a message in the information form. No message is pending afterwards.
+void KvPoseInfoDialog(const std::string& message);
+
+/// True for yes.
+[[nodiscard]] bool YesNoDlg(const std::string& question);
+
+/// Drops the message window that is kept between uses, before the display goes.
+void DropSharedMessage();
+
+}  // namespace GlobalsKv
+
+namespace ViewConst {
+
+/// Asks a numbered message, or for 999 the text of gErrorString. True for yes.
+[[nodiscard]] bool YesNoDialog(int number);
+
+}  // namespace ViewConst
+
+/// The picture of a pixel string; none for an empty one, and none after a message for one that can't be
+/// made into a picture of that size.
+std::optional<Picture> PixelStringToPicture(std::int64_t width, std::int64_t height,
+                                            const std::string& pixels);
