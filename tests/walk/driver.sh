@@ -36,12 +36,13 @@ die() {
   exit 1
 }
 
-# Waits up to 20 seconds for a window with exactly this title; sets WINDOW.
+# Waits up to 20 seconds for a window with exactly this title in front, other than the window named
+# second; sets WINDOW.
 await_window() {
-  local title=$1 tries
+  local title=$1 besides=${2:-} tries
   for tries in $(seq 200); do
     WINDOW=$(xdotool search --onlyvisible --name "^${title}\$" 2>/dev/null | tail -n 1 || true)
-    if [ -n "$WINDOW" ] && [ "$(xdotool getactivewindow 2>/dev/null)" = "$WINDOW" ]; then
+    if [ -n "$WINDOW" ] && [ "$WINDOW" != "$besides" ] && [ "$(xdotool getactivewindow 2>/dev/null)" = "$WINDOW" ]; then
       sleep 0.2 # painted
       return
     fi
