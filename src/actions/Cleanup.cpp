@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Hands the removal of the installer to the cleanup program that travels in the package.
 #include "dialogs/Posing.h"
-#include "engine/Target.h"
 #include "package/Scrambling.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
@@ -10,7 +9,6 @@
 #include "util/Files.h"
 #include "util/GlobalsKv.h"
 #include "util/Paths.h"
-#include "util/Strings.h"
 
 namespace {
 
@@ -32,7 +30,7 @@ std::string Order(std::int64_t mode, const std::string& bundle) {
 void TessarineStubWindow::Cleanup() {
   if (fCleanup < kBundle || fCleanup > kAskFolder || !UserAgrees(fCleanup)) return;
   const std::string executable = Machine::Current().ExecutableFile();
-  const std::string bundle = executable.substr(0, ViewConst::FindText(executable, "/Contents", 0));
+  const std::string bundle = ViewConst::BundleOf(executable);
   const std::string data3 = bundle + "/Contents/Resources/Data3";
   const std::string temporary = Machine::Current().TemporaryFolder();
   if (!ViewConst::FileExists(data3) || temporary.empty()) return;

@@ -3,7 +3,6 @@
 #include "actions/ExternalPrograms.h"
 
 #include "actions/Specifiers.h"
-#include "engine/Target.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 #include "platform/Shell.h"
@@ -63,7 +62,7 @@ bool TessarineStubWindow::DoExecuteBefore() {
   if (SpecialPath(fExecuteBeforeName)) {
     if (ViewConst::FileExists(fExecuteBeforeName)) program = GlobalsKv::MyGetFolderItem(fExecuteBeforeName);
   } else {
-    const FolderItem contents(ContentsFolder(Machine::Current().ExecutableFile()));
+    const FolderItem contents(ViewConst::ContentsFolder(Machine::Current().ExecutableFile()));
     const FolderItem child = contents.Child("Resources").Child(fExecuteBeforeName);
     if (child.Exists()) program = child;
   }

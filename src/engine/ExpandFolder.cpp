@@ -32,7 +32,7 @@ bool IsSafeTarget(const std::string& parent, const std::string& target) {
 void TessarineStubWindow::ExpandFolder() {
   InfoBtn.SetVisible(false);
   const FolderItem resources =
-      FolderItem(ContentsFolder(Machine::Current().ExecutableFile())).Child("Resources");
+      FolderItem(ViewConst::ContentsFolder(Machine::Current().ExecutableFile())).Child("Resources");
   std::string data2Path;
   std::optional<FolderItem> afterProgram;
   if (resources.Directory()) {

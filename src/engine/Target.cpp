@@ -28,9 +28,3 @@ Target PlanTarget(const std::string& parent, const std::string& name) {
 bool LiesIn(const std::string& path, const std::string& folder) {
   return folder == "/" || (path + "/").starts_with(folder + "/");
 }
-
-std::string ContentsFolder(const std::string& executable) {
-  constexpr std::string_view kContents = "/Contents";
-  const std::size_t at = ViewConst::FindText(executable, kContents, 0);
-  return at == std::string::npos ? executable : executable.substr(0, at + kContents.size());
-}

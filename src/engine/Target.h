@@ -18,7 +18,3 @@ Target PlanTarget(const std::string& parent, const std::string& name);
 
 /// Does `path` lie in `folder`, or is it the folder itself? Both resolved, without closing "/".
 bool LiesIn(const std::string& path, const std::string& folder);
-
-/// The folder that holds the package of the program at `executable`: behind its first "/Contents", or
-/// for a program outside a bundle the program itself. Package files are in its child "Resources".
-std::string ContentsFolder(const std::string& executable);

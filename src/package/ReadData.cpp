@@ -5,7 +5,7 @@
 #include "platform/Encoding.h"
 #include "platform/Machine.h"
 #include "session/TessarineStubWindow.h"
-#include "util/Strings.h"
+#include "util/Paths.h"
 
 namespace {
 
@@ -18,7 +18,7 @@ std::string FileBytes(const FolderItem& item) {
 
 bool TessarineStubWindow::ReadData() {
   const std::string executable = Machine::Current().ExecutableFile();
-  const FolderItem bundle(executable.substr(0, ViewConst::FindText(executable, "/Contents", 0)));
+  const FolderItem bundle(ViewConst::BundleOf(executable));
   const FolderItem resources = bundle.Child("Contents").Child("Resources");
   std::string data = FileBytes(resources.Child("Data"));
   if (data.empty()) return false;

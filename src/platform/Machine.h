@@ -53,6 +53,8 @@ class Machine {
   /// The text that programs hand to each other by copying; empty where there is none.
   virtual std::string ClipboardText() = 0;
   virtual void SetClipboardText(const std::string& text) = 0;
+  /// To be called before the process ends: has a text that this process put on the clipboard stay there.
+  virtual void LeaveClipboard() = 0;
 
   /// Opens an address in the user's browser.
   virtual void ShowURL(const std::string& address) = 0;

@@ -2,6 +2,7 @@
 #include "session/App.h"
 
 #include "dialogs/Posing.h"
+#include "platform/Machine.h"
 #include "util/GlobalsKv.h"
 
 int App::Run() {
@@ -9,6 +10,7 @@ int App::Run() {
     Event_Open();
     LateStartup();
   });
+  Machine::Current().LeaveClipboard();
   GlobalsKv::DropSharedMessage();
   fDefaultView.reset();
   return status;

@@ -11,6 +11,8 @@ namespace ViewConst {
 
 namespace {
 
+constexpr std::string_view kContents = "/Contents";
+
 /// Where the last extension begins, or npos.
 std::size_t ExtensionStart(const std::string& path) {
   const std::size_t at = path.find_last_of("./");
@@ -81,11 +83,20 @@ FolderItem GetApplicationFolder() {
   return FolderItem(Machine::Current().SystemParentFolder()).Child("Applications");
 }
 
+std::string BundleOf(const std::string& executable) {
+  return executable.substr(0, FindText(executable, kContents, 0));
+}
+
+std::string ContentsFolder(const std::string& executable) {
+  const std::size_t at = FindText(executable, kContents, 0);
+  return at == std::string::npos ? executable : executable.substr(0, at + kContents.size());
+}
+
 std::string GetApplicationPath() {
   const std::string executable = Machine::Current().ExecutableFile();
   std::size_t last = std::string::npos;
-  for (std::size_t at = FindText(executable, "/Contents", 0); at != std::string::npos;
-       at = FindText(executable, "/Contents", at + 1))
+  for (std::size_t at = FindText(executable, kContents, 0); at != std::string::npos;
+       at = FindText(executable, kContents, at + 1))
     last = at;
   return ExtractFilePath(executable.substr(0, last));
 }

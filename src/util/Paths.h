@@ -44,6 +44,14 @@ FolderItem GetApplicationFolder();
 /// whose "/Contents" is the last in the executable's path.
 std::string GetApplicationPath();
 
+/// The bundle of the program at `executable`: what stands in front of the first "/Contents"; the whole
+/// path for a program outside a bundle.
+std::string BundleOf(const std::string& executable);
+
+/// The folder that holds the program's package in its child "Resources": up to and with the first
+/// "/Contents"; the whole path for a program outside a bundle.
+std::string ContentsFolder(const std::string& executable);
+
 /// Classic colon notation, counted from the start-up volume.
 std::string CocoaToCarbonPath(const std::string& path);
 /// The same with the start-up volume's name given.

@@ -3,34 +3,30 @@
 #include <random>
 
 #include "Workshop.h"
+#include "pack/Files.h"
 
 namespace pack {
-namespace {
 
-class Bundle : public Workshop {
- protected:
-  using List = std::vector<std::string>;
-};
+class Bundle : public Workshop {};
 
 TEST_F(Bundle, HoldsTheRuntimeAndThePublishersPrograms) {
   Write("Checker.app/Contents/MacOS/Checker", "c");
-  fs::create_symlink("Checker", root / "Checker.app/Contents/MacOS/Other");
+  Link("Checker.app/Contents/MacOS/Other", "Checker");
   Write("finish.sh", "f");
   ASSERT_EQ("", Pack(Describe({{"windowTitle", "A < B & C"},
                                {"executeBefore", {{"file", "Checker.app/"}}},
                                {"executeAfter", {{"name", "Finish"}, {"file", "finish.sh"}}}})));
   EXPECT_EQ((List{"Setup.app"}), Names("out"));
-  EXPECT_EQ((List{"TessarineStub", "ditto"}), Names("out/Setup.app/Contents/MacOS"));
+  auto contents = Look("out/Setup.app/Contents");
+  EXPECT_EQ("file 755 the runtime", contents["MacOS/TessarineStub"]);
+  EXPECT_TRUE(contents["MacOS/ditto"].ends_with("the expander"));
   EXPECT_EQ((List{"Checker.app", "Data", "Data2", "Finish", "TextData"}),
             Names("out/Setup.app/Contents/Resources"));
-  EXPECT_NE(fs::perms::none, fs::status(root / "out/Setup.app/Contents/MacOS/TessarineStub").permissions() &
-                                 fs::perms::owner_exec);
-  EXPECT_TRUE(fs::is_symlink(root / "out/Setup.app/Contents/Resources/Checker.app/Contents/MacOS/Other"));
+  EXPECT_EQ("link to Checker", contents["Resources/Checker.app/Contents/MacOS/Other"]);
   EXPECT_EQ("Checker.app", Field(Unscrambled(Resource("Data")), "$|~", 8));
   EXPECT_EQ("Finish", Field(Unscrambled(Resource("Data")), "$|~", 3));
-  const std::string plist = Read("out/Setup.app/Contents/Info.plist");
-  EXPECT_NE(std::string::npos, plist.find("<string>A &lt; B &amp; C</string>"));
-  EXPECT_NE(std::string::npos, plist.find("<string>TessarineStub</string>"));
+  for (const char* text : {"<string>A &lt; B &amp; C</string>", "<string>TessarineStub</string>"})
+    EXPECT_NE(std::string::npos, contents["Info.plist"].find(text));
 }
 
 TEST_F(Bundle, ReplacesABundleOfItsKindOnly) {
@@ -44,14 +40,14 @@ TEST_F(Bundle, ReplacesABundleOfItsKindOnly) {
   EXPECT_EQ((List{"Contents"}), Names("out/Setup.app"));
   EXPECT_EQ((List{"Setup.app"}), Names("out"));
 
-  const std::string before = Resource("TextData");
+  const Contents before = Look("out");
   EXPECT_NE("", Pack(Describe({{"message", "|#|"}})));
-  EXPECT_EQ(before, Resource("TextData")) << "a refusal leaves the older bundle";
+  EXPECT_EQ(before, Look("out")) << "a refusal leaves the older bundle";
 
-  fs::rename(root / "out/Setup.app", root / "elsewhere.app");
-  fs::create_directory_symlink("../elsewhere.app", root / "out/Setup.app");
+  fs::rename(Path("out/Setup.app"), Path("elsewhere.app"));
+  Link("out/Setup.app", "../elsewhere.app");
   EXPECT_NE("", Pack(Describe()));
-  EXPECT_TRUE(fs::is_symlink(root / "out/Setup.app"));
+  EXPECT_TRUE(fs::is_symlink(Path("out/Setup.app")));
 }
 
 TEST_F(Bundle, APayloadIsSplitAsOneScrambledStream) {
@@ -91,11 +87,9 @@ TEST_F(Bundle, PiecesOfAnotherSetAreLeftAlone) {
 TEST_F(Bundle, AFailedMovePutsEverythingBack) {
   Write("a", "a");
   Write("b", "b");
-  EXPECT_THROW(RenameAll({{root / "a", root / "a2"}, {root / "b", root / "b2"}, {root / "none", root / "x"}}),
+  EXPECT_THROW(RenameAll({{Path("a"), Path("a2")}, {Path("b"), Path("b2")}, {Path("none"), Path("x")}}),
                Refusal);
-  EXPECT_EQ("a", Read("a"));
-  EXPECT_EQ("b", Read("b"));
+  EXPECT_EQ("ab", Read("a") + Read("b"));
 }
 
-}  // namespace
 }  // namespace pack

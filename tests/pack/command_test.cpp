@@ -7,14 +7,12 @@
 #include "Workshop.h"
 
 namespace pack {
-namespace {
 
 class Command : public Workshop {
  protected:
   // The exit status of a command line in the workshop; what it says goes into the file "said".
   int Run(const std::string& line) const {
-    const std::string whole = "cd '" + root.string() + "' && " + line + " > said 2>&1";
-    const int status = std::system(whole.c_str());
+    const int status = std::system(("cd '" + Path() + "' && " + line + " > said 2>&1").c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
   const std::string program = std::string("'") + PACK_PROGRAM + "' ";
@@ -23,39 +21,32 @@ class Command : public Workshop {
 TEST_F(Command, StatusTellsWhatWentWrong) {
   Write("good.json", Describe().dump());
   Write("bad.json", Describe({{"colour", "red"}}).dump());
-  EXPECT_EQ(0, Run(program + "--runtime runtime good.json out/Setup.app/"));
+  fs::copy_file(PACK_PROGRAM, Path("runtime/tessarine-pack"));
+  EXPECT_EQ(0, Run("runtime/tessarine-pack good.json out/Setup.app/"));
   EXPECT_EQ("", Read("said"));
-  EXPECT_EQ("the runtime", Read("out/Setup.app/Contents/MacOS/TessarineStub"));
+  EXPECT_EQ("the expander", Read("out/Setup.app/Contents/MacOS/ditto"));
   EXPECT_EQ(1, Run(program + "--runtime runtime bad.json out/Bad.app"));
   EXPECT_EQ("tessarine-pack: colour is no key of the description.\n", Read("said"));
   EXPECT_EQ(1, Run(program + "--runtime out good.json out/Bad.app"));
   EXPECT_EQ(1, Run(program + "--runtime runtime good.json absent/Bad.app"));
-  EXPECT_EQ((std::vector<std::string>{"Setup.app"}), Names("out"));
-
-  for (const char* arguments : {"", "good.json", "good.json out/a b", "--colour good.json out/Bad.app",
+  for (const char* arguments : {"good.json", "good.json out/a b", "--colour good.json out/Bad.app",
                                 "good.json out/Bad.app --runtime", "good.json out/Bad"}) {
     EXPECT_EQ(2, Run(program + arguments)) << arguments;
   }
+  EXPECT_EQ((List{"Setup.app"}), Names("out"));
   EXPECT_EQ(0, Run(program + "--help"));
   EXPECT_TRUE(Read("said").starts_with("Usage: "));
-}
-
-TEST_F(Command, TheRuntimeIsTakenFromThePackagersOwnFolder) {
-  Write("good.json", Describe().dump());
-  fs::copy_file(PACK_PROGRAM, root / "runtime/tessarine-pack");
-  EXPECT_EQ(0, Run("runtime/tessarine-pack good.json out/Setup.app"));
-  EXPECT_EQ("the expander", Read("out/Setup.app/Contents/MacOS/ditto"));
 }
 
 TEST_F(Command, AFullDiskLeavesNothing) {
   Write("payload/noise", std::string(3'000'000, 'a'));
   Write("good.json", Describe().dump());
   EXPECT_EQ(1, Run("(trap '' XFSZ; ulimit -f 1; " + program + "--runtime runtime good.json out/Setup.app)"));
-  EXPECT_TRUE(fs::is_empty(root / "out"));
+  EXPECT_TRUE(fs::is_empty(Path("out")));
 }
 
 TEST_F(Command, TheDemoIsPacked) {
-  fs::copy(DEMO_FOLDER, root / "demo", fs::copy_options::recursive);
+  fs::copy(DEMO_FOLDER, Path("demo"), fs::copy_options::recursive);
   ASSERT_EQ(0, Run("demo/make-payload build/demo/payload")) << Read("said");
   ASSERT_EQ(0, Run("demo/make-payload build/demo/payload")) << "a second run replaces the first";
   for (const char* name : {"lantern", "lantern-applications"})
@@ -65,5 +56,4 @@ TEST_F(Command, TheDemoIsPacked) {
   EXPECT_EQ("Lantern 1.2\nA small light is enough to read by.\nGlow: on\n", Read("said"));
 }
 
-}  // namespace
 }  // namespace pack

@@ -1,19 +1,37 @@
 // SPDX-License-Identifier: MIT
-// The records, against bytes written by hand.
+// The records, their encodings and the cutting of split sets, against bytes written by hand.
 #include "pack/Records.h"
 
+#include <png.h>
+
 #include "Workshop.h"
+#include "pack/Notes.h"
+#include "pack/Picture.h"
+#include "pack/Scramble.h"
+#include "pack/Text.h"
 
 namespace pack {
-namespace {
 
-class RecordsTest : public Workshop {};
+using std::string_literals::operator""s;
 
-std::string Separators(int count) {
-  std::string text;
-  while (count-- > 0) text += "|#|";
-  return text;
-}
+class RecordsTest : public Workshop {
+ protected:
+  static std::string Separators(int count) {
+    std::string text;
+    while (count-- > 0) text += "|#|";
+    return text;
+  }
+
+  void WritePng(const std::string& name, unsigned width, unsigned height, std::vector<png_byte> rgba) const {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = width;
+    image.height = height;
+    image.format = PNG_FORMAT_RGBA;
+    rgba.resize(PNG_IMAGE_SIZE(image));
+    ASSERT_NE(0, png_image_write_to_file(&image, Path(name).c_str(), 0, rgba.data(), 0, nullptr));
+  }
+};
 
 TEST_F(RecordsTest, TheSmallestPackageHasAllFields) {
   ASSERT_EQ("", Pack(Describe()));
@@ -31,12 +49,13 @@ TEST_F(RecordsTest, TheSmallestPackageHasAllFields) {
 TEST_F(RecordsTest, EveryKeyReachesItsField) {
   WritePng("red.png", 2, 1, {255, 0, 0, 255, 255, 0, 0, 128});
   WritePng("clear.png", 4, 4, {});
+  WritePng("huge.png", 8334, 1000, {});
   Write("tool", "#!/bin/sh\n");
   Write("extra/x", "x");
   Write("cleaner/Contents/MacOS/cleaner", "x");
-  Write("agreement.txt", "\xEF\xBB\xBFOne.\r\nTwo.\r\n");
+  Write("agreement.txt", "\xEF\xBB\xBFOne.\rTwo.\r\n");
   Write("notes.HTM", "<HTML>é");
-  ASSERT_EQ("", Pack(Describe(json::parse(R"({
+  const json all = json::parse(R"({
     "timeStamp": "now", "applicationFolder": true, "executeAfter": {"file": "tool"}, "logo": "red.png",
     "picture": "clear.png", "promptToReplace": true, "executeBefore": "UserAccount/Läufer",
     "background": "red.png", "encryptionLength": 12, "centerMessage": true,
@@ -49,7 +68,8 @@ TEST_F(RecordsTest, EveryKeyReachesItsField) {
     "preInstallNotes": {"file": "notes.HTM"}, "postInstallNotes": {"html": "<html>"},
     "actions": ["delete=/tmp/x", "shell=ls; ls"],
     "cleanup": {"mode": "askDeleteFolder", "program": {"folder": "cleaner"}}
-  })"))));
+  })");
+  ASSERT_EQ("", Pack(Describe(all)));
   EXPECT_EQ(
       "now$|~1$|~tool$|~FF0000FF7F7F,2,1$|~$|~F[96],4,4$|~1$|~UserAccount/L\x8Aufer$|~"
       "FF0000FF7F7F,2,1$|~12$|~1$|~",
@@ -60,6 +80,7 @@ TEST_F(RecordsTest, EveryKeyReachesItsField) {
                 "|#|macos11.0|#|2GB|#|http://c|#|$HTML$3C00480054004D004C003E00E900" +
                 "|#|$HTML$3C00680074006D006C003E00|#|delete=/tmp/x|shell=ls; ls|#|4",
             Resource("TextData"));
+  EXPECT_TRUE(Pack(Describe({{"picture", "huge.png"}})).starts_with("picture has more than 8333333 pixels"));
 }
 
 TEST_F(RecordsTest, ValuesMayEndInPartsOfASeparator) {
@@ -68,12 +89,72 @@ TEST_F(RecordsTest, ValuesMayEndInPartsOfASeparator) {
                                {"windowTitle", "#|b"},
                                {"executeBefore", "p$|"},
                                {"labels", {"", " ", ""}}})));
-  EXPECT_EQ("a|", Field(Resource("TextData"), "|#|", 2));
-  EXPECT_EQ("| |", Field(Resource("TextData"), "|#|", 6));
-  EXPECT_EQ("||", Field(Resource("TextData"), "|#|", 8));
-  EXPECT_EQ("#|b", Field(Resource("TextData"), "|#|", 9));
+  const std::string texts = Resource("TextData");
+  EXPECT_EQ("a| | | || #|b", Field(texts, "|#|", 2) + " " + Field(texts, "|#|", 6) + " " +
+                                 Field(texts, "|#|", 8) + " " + Field(texts, "|#|", 9));
   EXPECT_EQ("p$|", Field(Unscrambled(Resource("Data")), "$|~", 8));
 }
 
-}  // namespace
+TEST(Text, WhatAnEncodingCannotHoldIsTold) {
+  for (const char* text : {"\x80", "\xC0\x80", "\xC3", "\xC3(", "\xED\xA0\x80", "\xF4\x90\x80\x80",
+                           "\xE4\xBA x", "\xF0\x80\x80\x80"})
+    EXPECT_FALSE(DecodeUtf8(text)) << text;
+  EXPECT_EQ(U"aé京🏮", DecodeUtf8("aé京🏮"));
+  EXPECT_EQ("A\x80\x8A\xA7\xA9\xDB\xFF", ToMacRoman("AÄäß©€ˇ"));
+  EXPECT_FALSE(ToMacRoman("ō"));
+  EXPECT_FALSE(ToMacRoman("\xC2\x80"));
+}
+
+TEST(Text, NotesArePlainWhereTheyComeBackUnchanged) {
+  const struct {
+    const char* text;
+    bool html;
+    const char* field;
+  } kRows[] = {
+      {"", false, ""},
+      {"", true, ""},
+      {"a\n\nb\n", false, "a||b|"},
+      {"京🏮", false, "$HTML$AC4E3CD8EEDF"},
+      {"|", false, "$HTML$7C00"},
+      {"\n#\n", false, "$HTML$0A0023000A00"},
+      {"\n#", false, "$HTML$0A002300"},  // a separator with the bar of the next field's
+      {"#\n", false, "$HTML$23000A00"},
+      {"$html$", false, "$HTML$2400680074006D006C002400"},
+      {"<html>", true, "$HTML$3C00680074006D006C003E00"},
+      {"i", true, "$HTML$3C00480054004D004C003E000A0069000A003C002F00480054004D004C003E00"},
+  };
+  for (const auto& row : kRows) EXPECT_EQ(row.field, NoteField("info", {row.text, row.html})) << row.text;
+  EXPECT_THROW(NoteField("info", {"see <Html>", false}), Refusal);
+}
+
+TEST(Text, RunsAreShortenedOnlyWhereItSaves) {
+  EXPECT_EQ("0[6]FF", ShortenRuns("000000FF"));
+  EXPECT_EQ("0000F", ShortenRuns("0000F"));
+  EXPECT_EQ("00[5]", ShortenRuns("0") + ShortenRuns("00000"));
+  EXPECT_EQ("0F[10]", ShortenRuns("0FFFFFFFFFF"));
+}
+
+TEST(Text, EverySecondByteIsRaisedAndWraps) {
+  EXPECT_EQ("", Scramble(""));
+  EXPECT_EQ("ABABA", Scramble("AAAAA"));
+  EXPECT_EQ("\xFF\0\xFF\x01"s, Scramble("\xFF\xFF\xFF\0"s));
+}
+
+static std::string Plan(std::uintmax_t total, const Split& split) {
+  std::string plan;
+  for (const Piece& piece : PlanPieces(total, split))
+    plan += piece.name + ":" + std::to_string(piece.size) + " ";
+  return plan;
+}
+
+TEST(Text, ASplitSetEndsInItsNamedLastPiece) {
+  EXPECT_EQ("Data2:10 ", Plan(10, {{10}, true}));
+  EXPECT_EQ("Data#1:9 Data#End:1 ", Plan(10, {{9}, true}));
+  EXPECT_EQ("Data#1:5 Data#End:5 ", Plan(10, {{5}, true}));
+  EXPECT_EQ("Data#1:4 Data#2:4 Data#End:2 ", Plan(10, {{4}, true}));
+  EXPECT_EQ("Data#1:4 Data#End:6 ", Plan(10, {{4}, false}));
+  EXPECT_EQ("Data#1:4 Data#2:3 Data#End:3 ", Plan(10, {{4, 3, 9}, false}));
+  EXPECT_THROW(PlanPieces(1'000'000, {{1}, true}), Refusal);
+}
+
 }  // namespace pack

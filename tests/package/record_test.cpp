@@ -17,30 +17,41 @@ TEST(Record, EveryFieldIsReadFromItsPlace) {
   package.textData[30] = "2";
   const InstallerRecord record =
       ParseRecord(package.DataRecord() + "$|~extra", package.TextDataRecord() + "|#|extra");
-  EXPECT_EQ(record.fTimeStamp, "stamp");
-  EXPECT_TRUE(record.fApplicationFolder && record.fPromptToReplace && record.fCenterMessage);
-  EXPECT_EQ(record.fExecuteAfterName, "After");
-  EXPECT_EQ(record.fLogoPixelStr + "/" + record.fPicturePixelStr + "/" + record.fBackgroundPixelStr,
-            "ABC/DEF/4(0)");
+  EXPECT_TRUE(record.fApplicationFolder && record.fPromptToReplace && record.fCenterMessage &&
+              record.fInstallationPatch);
   EXPECT_EQ((std::vector{record.fLogoWidth, record.fLogoHeight, record.fPictureWidth, record.fPictureHeight,
                          record.fBackgroundWidth, record.fBackgroundHeight, record.fEncryptionLen,
                          record.fCleanup}),
             (std::vector<std::int64_t>{64, 32, 8, 9, 396, 238, 77, 2}));
-  EXPECT_EQ(record.fExecuteBeforeName, "Caf\u00E9");
   std::string texts;
-  for (const std::string& text :
-       {record.fAgreement, record.fMessage, record.fURLActual, record.fURLDisplayed, record.fInfo,
-        record.fTargetFolder, record.fCopyright, record.fWindowTitle, record.fInstallChoices,
-        record.fInstallOptions, record.fMinOS, record.fMinRAM, record.fCompletionURL, record.fPreInstallNotes,
-        record.fPostInstallNotes, record.fPostCopy})
+  for (const std::string& text : {record.fTimeStamp,
+                                  record.fExecuteAfterName,
+                                  record.fLogoPixelStr,
+                                  record.fPicturePixelStr,
+                                  record.fBackgroundPixelStr,
+                                  record.fExecuteBeforeName,
+                                  record.fAgreement,
+                                  record.fMessage,
+                                  record.fURLActual,
+                                  record.fURLDisplayed,
+                                  record.fInfo,
+                                  record.fTargetFolder,
+                                  record.fCopyright,
+                                  record.fWindowTitle,
+                                  record.fInstallChoices,
+                                  record.fInstallOptions,
+                                  record.fMinOS,
+                                  record.fMinRAM,
+                                  record.fCompletionURL,
+                                  record.fPreInstallNotes,
+                                  record.fPostInstallNotes,
+                                  record.fPostCopy})
     texts += text + " ";
   EXPECT_EQ(texts,
-            "text1\n text2 text3 text4 text5\n text7 text8 text9 text22 text23 text24 text25 text26 text27\n "
-            "text28\n text29 ");
-  EXPECT_TRUE(record.fInstallationPatch);
+            "stamp After ABC DEF 4(0) Caf\u00E9 text1\n text2 text3 text4 text5\n text7 text8 text9 text22 "
+            "text23 text24 text25 text26 text27\n text28\n text29 ");
   EXPECT_EQ(record.fLabels, (std::vector<std::string>{"zero", "", "two", " ", ""}));
-  EXPECT_EQ(record.LabelText(3), " ");
-  EXPECT_EQ(record.LabelText(99), "");
+  EXPECT_EQ(record.LabelText(3) + record.LabelText(99), " ");
 }
 
 TEST(Record, ShortAndStrangeRecordsReadAsFarAsTheyGo) {
@@ -49,26 +60,17 @@ TEST(Record, ShortAndStrangeRecordsReadAsFarAsTheyGo) {
   for (const char* flag : {"2", "true", " 1", "1 ", "01"})
     EXPECT_FALSE(ParseRecord("x$|~" + std::string(flag), "").fApplicationFolder) << flag;
   const InstallerRecord picture = ParseRecord("$|~$|~$|~ABC,64", "");
-  EXPECT_EQ(picture.fLogoPixelStr, "ABC");
-  EXPECT_EQ(picture.fLogoWidth, 64);
-  EXPECT_EQ(picture.fLogoHeight, 0);
+  EXPECT_TRUE(picture.fLogoPixelStr == "ABC" && picture.fLogoWidth == 64 && picture.fLogoHeight == 0);
   EXPECT_EQ(ParseRecord("a$|b|~c$$|~1", "").fTimeStamp, "a$|b|~c$") << "half a separator is text";
   std::string noise;
   for (unsigned i = 0; i < 20'000; ++i) noise += "$|~#,\0\xFF(1"[i * 2654435761U >> 7U & 7U];
-  const InstallerRecord strange = ParseRecord(noise, noise);
-  EXPECT_LE(strange.fTimeStamp.size(), 3 * noise.size());
+  EXPECT_LE(ParseRecord(noise, noise).fTimeStamp.size(), 3 * noise.size());
 }
 
 TEST(Record, NotesAreDecodedByTheirForm) {
   const char* const rows[][2] = {
-      {"", ""},
-      {"one|two||", "one\ntwo\n\n"},
-      {"caf\u00E9|x", "caf\u00E9\nx"},
-      {"<HTML>|</HTML>", "<HTML>\n</HTML>"},
-      {"$HTML$", ""},
-      {"$HTML$3C004800540E", "<H\u0E54"},
-      {"$html$4100", "A"},
-      {"$HTML$3DD800DE", "\U0001F600"},
+      {"", ""},        {"one|caf\u00E9||", "one\ncaf\u00E9\n\n"}, {"<HTML>|</HTML>", "<HTML>\n</HTML>"},
+      {"$HTML$", ""},  {"$HTML$3C004800540E", "<H\u0E54"},        {"$html$4100", "A"},
       {"$HTML$4", ""},
   };
   for (const auto& row : rows) EXPECT_EQ(DecodeNote(row[0]), row[1]) << row[0];

@@ -1,26 +1,17 @@
 // SPDX-License-Identifier: MIT
-// What opening an item means, and which program a bundle runs.
+// What opening an item means, which program a bundle runs, and what is no file to read.
 #include "platform/posix/Launch.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include "platform/BinaryStream.h"
 #include "support/TemporaryTree.h"
-
-namespace {
-
-std::string List(const std::string& executable) {
-  return "<plist><dict><key>CFBundleName</key><string>Other</string>\n<key>CFBundleExecutable</key>\n "
-         "<string>" +
-         executable + "</string></dict></plist>";
-}
-
-}  // namespace
 
 TEST(Launch, KindsOfItems) {
   const TemporaryTree tree;
   tree.Write("Run.app/Contents/MacOS/Run", "", 0755);
   tree.Folder("Empty.app");
-  tree.Folder("Folder");
   tree.Write("program", "", 0755);
   tree.Write("pack.ZIP", "", 0755);
   tree.Write("notes.txt", "");
@@ -34,8 +25,6 @@ TEST(Launch, KindsOfItems) {
   } rows[] = {
       {"Run.app", LaunchKind::kProgram, "Run.app/Contents/MacOS/Run"},
       {"Empty.app", LaunchKind::kNothing, ""},
-      {"Folder", LaunchKind::kDocument, ""},
-      {"program", LaunchKind::kProgram, "program"},
       {"alias", LaunchKind::kProgram, "alias"},
       {"pack.ZIP", LaunchKind::kArchive, ""},
       {"notes.txt", LaunchKind::kDocument, ""},
@@ -51,33 +40,41 @@ TEST(Launch, KindsOfItems) {
 }
 
 TEST(Launch, TheProgramOfABundle) {
+  const std::string list =
+      "<plist><dict><key>CFBundleName</key><string>Other</string>\n<key>CFBundleExecutable</key>\n <string>";
+  const std::string end = "</string></dict></plist>";
   const struct {
-    const char* why;
     std::string list;
-    std::vector<std::pair<std::string, unsigned>> programs;
+    std::vector<std::string> programs;
     std::string chosen;
   } rows[] = {
-      {"the list names it", List("Named"), {{"Named", 0755}, {"Demo", 0755}}, "Named"},
-      {"the list names none that is there", List("Gone"), {{"Other", 0755}, {"Demo", 0755}}, "Demo"},
-      {"the list leads out of the bundle", List("../../../outside"), {{"Demo", 0755}}, "Demo"},
-      {"the list names the folder itself", List("."), {{"Demo", 0755}}, "Demo"},
-      {"the named file doesn't run", List("Named"), {{"Named", 0644}, {"Demo", 0755}}, "Demo"},
-      {"a list that breaks off",
-       "<key>CFBundleExecutable</key><string>Nam",
-       {{"Nam", 0755}, {"Demo", 0755}},
-       "Demo"},
-      {"the only one", "", {{"Other", 0755}, {"notes.txt", 0644}}, "Other"},
-      {"two, and none is named", "", {{"One", 0755}, {"Two", 0755}}, ""},
-      {"none", "", {{"notes.txt", 0644}}, ""},
+      {list + "Named" + end, {"Named", "Demo"}, "Named"},
+      {list + "../../../outside" + end, {"Demo"}, "Demo"},
+      {list + "." + end, {"Demo"}, "Demo"},
+      {list + "notes" + end, {"Demo"}, "Demo"},
+      {list + "Nam", {"Nam", "Demo"}, "Demo"},
+      {"", {"Other"}, "Other"},
+      {"", {"One", "Two"}, ""},
+      {"", {}, ""},
   };
   for (const auto& row : rows) {
     const TemporaryTree tree;
     tree.Write("outside", "", 0755);
     if (!row.list.empty()) tree.Write("Demo.app/Contents/Info.plist", row.list);
     const std::string folder = "Demo.app/Contents/MacOS/";
-    for (const auto& [name, mode] : row.programs) tree.Write(folder + name, "", mode);
+    tree.Write(folder + "notes", "", 0644);
+    for (const std::string& name : row.programs) tree.Write(folder + name, "", 0755);
     EXPECT_EQ(BundleExecutable(FolderItem(tree.Path("Demo.app"))),
               row.chosen.empty() ? "" : tree.Path(folder + row.chosen))
-        << row.why;
+        << row.list;
   }
+}
+
+TEST(BinaryStream, OpensFilesAlone) {
+  const TemporaryTree tree;
+  ASSERT_EQ(::mkfifo(tree.Path("pipe").c_str(), 0644), 0);
+  tree.Link("dangling", "none");
+  for (const char* name : {"", "pipe", "dangling", "none"})
+    EXPECT_FALSE(BinaryStream::Open(FolderItem(tree.Path(name)))) << name;
+  EXPECT_FALSE(BinaryStream::Open(FolderItem("/dev/full")));
 }

@@ -12,7 +12,6 @@
 #include "support/ModalScript.h"
 #include "support/TestMachine.h"
 #include "support/TestPackage.h"
-#include "support/WindowMain.h"
 
 /// The main window, by a control that only it has.
 inline constexpr const char* kMain = "InstallBtn";
@@ -76,7 +75,6 @@ inline Texts Shown(const QWidget& window) {
 template <typename Widget>
 Widget& Find(const QWidget& window, const char* name) {
   auto* widget = window.findChild<Widget*>(name);
-  EXPECT_NE(widget, nullptr) << name;
-  static Widget none;
-  return widget == nullptr ? none : *widget;
+  if (widget == nullptr) throw std::runtime_error(name);
+  return *widget;
 }

@@ -2,32 +2,26 @@
 // The walk from the click to an installed folder, and what stops it on the way.
 #include <QApplication>
 #include <QFileDialog>
-#include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
 #include <QWindow>
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 
 #include "session/SessionTest.h"
 
-namespace {
-
-/// The installer's window, while a run goes on.
-QWidget& MainWindow() {
-  for (QWidget* window : QApplication::topLevelWidgets())
-    if (window->findChild<QWidget*>(kMain) != nullptr) return *window;
-  ADD_FAILURE() << "no main window";
-  static QWidget none;
-  return none;
-}
-
-}  // namespace
-
 class Install : public SessionTest {
  protected:
   void IntoApplications() { fPackage.data[2] = "1"; }
+
+  /// While a run goes on.
+  static QWidget& MainWindow() {
+    for (QWidget* window : QApplication::topLevelWidgets())
+      if (window->findChild<QWidget*>(kMain) != nullptr) return *window;
+    throw std::runtime_error("no main window");
+  }
 };
 
 TEST_F(Install, IntoTheApplicationsFolder) {
@@ -60,12 +54,11 @@ TEST_F(Install, IntoTheApplicationsFolder) {
 }
 
 TEST_F(Install, IntoTheFolderThatTheUserPicks) {
+  fPackage.textData[1] = "\xEF\xBB\xBF";  // no agreement
   fPackage.textData[6] = "|||No thanks|||||||||||Where to?|Here";
-  fTree.Folder("home/caf\u00E9 it's");
+  const std::string folder = fTree.Folder("home/caf\u00E9 it's");
   ExpectInstallPressed();
-  Expect({.window = "SelectFolderDialog",
-          .choose = fTree.Path("home/caf\u00E9 it's"),
-          .look = [this](QWidget& dialog) {
+  Expect({.window = "SelectFolderDialog", .choose = folder, .look = [this](QWidget& dialog) {
             EXPECT_EQ(dialog.windowTitle(), "Where to?");
             const auto& files = dynamic_cast<QFileDialog&>(dialog);
             EXPECT_EQ(files.labelText(QFileDialog::Accept) + files.labelText(QFileDialog::Reject),
@@ -75,31 +68,22 @@ TEST_F(Install, IntoTheFolderThatTheUserPicks) {
   Run();
   EXPECT_EQ(fTree.Read("home/caf\u00E9 it's/Demo/content"), "archive");
   EXPECT_FALSE(fTree.Has("home/caf\u00E9 it's/Demo.zip"));
+  EXPECT_FALSE(std::filesystem::exists(std::getenv("XDG_CONFIG_HOME"))) << "the dialog keeps nothing";
 }
 
 TEST_F(Install, OverAnEarlierInstallationAsTheUserAnswers) {
-  struct Row {
-    const char* prompt;
-    Step answer;
-    bool replaced;
-  };
-  const char* const kQuestion = "ConfirmLabel3";
-  const Row rows[] = {
-      {"", {.window = ""}, true},
-      {"1", {.window = kQuestion, .press = "OKBtn"}, true},
-      {"1", {.window = kQuestion, .key = Qt::Key_Return}, true},
-      {"1", {.window = kQuestion, .press = "CancelBtn"}, false},
-      {"1", {.window = kQuestion, .close = true}, false},
-  };
+  const std::pair<Step, bool> rows[] = {{{.window = ""}, true},
+                                        {{.window = "Sure?", .press = "OKBtn"}, true},
+                                        {{.window = "Sure?", .key = Qt::Key_Return}, true},
+                                        {{.window = "Sure?", .press = "CancelBtn"}, false},
+                                        {{.window = "Sure?", .close = true}, false}};
   IntoApplications();
   fPackage.textData[6] = "|||Keep|Yes, do||||||Sure?|It is there.|Delete it?";
-  for (const Row& row : rows) {
+  for (auto [answer, replaced] : rows) {
     fTree.Write("Applications/Demo/old", "old", 0444);
-    fPackage.data[7] = row.prompt;
+    fPackage.data[7] = answer.window.empty() ? "" : "1";
     ExpectInstallPressed();
-    Step answer = row.answer;
     answer.look = [this](QWidget& window) {
-      EXPECT_EQ(window.windowTitle(), "Sure?");
       EXPECT_EQ(Shown(window), (Texts{{"CancelBtn", "Keep"},
                                       {"OKBtn", "Yes, do"},
                                       {"ConfirmLabel1", "It is there."},
@@ -107,24 +91,23 @@ TEST_F(Install, OverAnEarlierInstallationAsTheUserAnswers) {
                                       {"ConfirmLabel3", fTree.Path("Applications/Demo")}}));
     };
     if (!answer.window.empty()) Expect(answer);
-    if (row.replaced)
-      Run(row.prompt);
-    else
-      RunInVain(row.prompt);
-    EXPECT_EQ(fTree.Has("Applications/Demo/old"), !row.replaced);
+    replaced ? Run(answer.press) : RunInVain(answer.press);
+    EXPECT_EQ(fTree.Has("Applications/Demo/old"), !replaced);
   }
 }
 
-TEST_F(Install, AFolderThatCannotBeDeletedStopsTheRun) {
+TEST_F(Install, AFolderThatCannotBeDeletedStopsTheRunAndOtherDisksInItStay) {
   IntoApplications();
   fTree.Write("Applications/Demo/old", "old");
   const SmallDisk disk(fTree.Folder("Applications/Demo/disk"), 64);
   if (!disk.Mounted()) GTEST_SKIP() << "no right to mount";
+  fTree.Write("Applications/Demo/disk/folder/kept", "kept");
   ExpectInstallPressed();
   fScript.ExpectMessage(
       "Install Aborted\n\nUnable to delete existing installed folder.  Reboot the computer and try again or "
       "manually delete the previously installed application folder.");
   Run();
+  EXPECT_EQ(fTree.Read("Applications/Demo/disk/folder/kept"), "kept");
   EXPECT_GE(fMachine.Ticks(), 4 * 60) << "somebody at work in the folder gets time to end";
   EXPECT_TRUE(fMachine.fLaunched.empty());
 }
@@ -137,7 +120,7 @@ TEST_F(Install, AFailureIsToldOnce) {
   fMachine.fArchive.work = nullptr;
   ExpectInstallPressed();
   fScript.ExpectMessage("It went wrong");
-  Run("the expansion fails");
+  Run();
   EXPECT_EQ(fTree.Look("Applications"), TemporaryTree::Contents{});
   std::filesystem::remove(fTree.Path("media/Setup.app/Contents/Resources/Data2"));
   fPackage.payload.clear();
@@ -145,7 +128,7 @@ TEST_F(Install, AFailureIsToldOnce) {
   fMachine.fLaunched.clear();
   ExpectInstallPressed();
   fScript.ExpectMessage("It went wrong");
-  Run("no payload");
+  Run();
   EXPECT_EQ(fTree.Read("Applications/Demo/old"), "old") << "nothing could take its place";
   EXPECT_TRUE(fMachine.fLaunched.back().ends_with("/After")) << "the walk goes on";
 }
@@ -174,21 +157,17 @@ TEST_F(Install, AFolderNamedAsTheArchiveIsLeftAlone) {
 TEST_F(Install, AnUnwatchedExpansionGetsItsTime) {
   IntoApplications();
   fMachine.fArchive.watched = false;
-  const struct {
-    std::optional<std::pair<std::int64_t, std::int64_t>> version;
-    std::int64_t ticks;
-  } rows[] = {{std::nullopt, 30}, {{{10, 13}}, 60}, {{{13, 12}}, 30}};
-  for (const auto& row : rows) {
-    fMachine.fVersion = row.version;
-    std::int64_t start = -1;
-    fMachine.fArchive.work = [&](const FolderItem& archive) {
-      Unpack(archive);
-      start = fMachine.Ticks();
-    };
+  std::int64_t start = 0;
+  fMachine.fArchive.work = [&](const FolderItem& archive) {
+    Unpack(archive);
+    start = fMachine.Ticks();
+  };
+  for (const auto& [version, ticks] : {std::pair(std::pair(10, 13), 60), {std::pair(13, 12), 30}}) {
+    fMachine.fVersion = version;
     ExpectInstallPressed();
     Run();
-    EXPECT_GT(fMachine.Ticks() - start, row.ticks);
-    EXPECT_LE(fMachine.Ticks() - start, row.ticks + 3);
+    EXPECT_GT(fMachine.Ticks() - start, ticks);
+    EXPECT_LE(fMachine.Ticks() - start, ticks + 3);
   }
 }
 
@@ -196,8 +175,8 @@ TEST_F(Install, WhatTheUserDoesInAWaitIsDropped) {
   IntoApplications();
   int tried = 0;
   fMachine.fPump = [&] {
-    QTimer::singleShot(0, &MainWindow(), [&tried] {
-      QWidget& window = MainWindow();
+    QWidget& window = MainWindow();
+    QTimer::singleShot(0, &window, [&] {
       QTest::mouseClick(&Find<QPushButton>(window, "QuitBtn"), Qt::LeftButton);
       QTest::keyClick(&Find<QPushButton>(window, "QuitBtn"), Qt::Key_Space);
       QTest::keyClick(&window, Qt::Key_Q, Qt::ControlModifier);
@@ -219,7 +198,7 @@ TEST_F(Install, APatchNeedsItsInstallationAndSparesIt) {
   fPackage.textData[13] = "1";
   ExpectInstallPressed();
   fScript.ExpectMessage("Patch Failed.  No installation folder exists.");
-  RunInVain("nothing to patch");
+  RunInVain();
   fTree.Write("Applications/Demo/installed", "kept");
   fTree.Write("Applications/DemoPatch/stale", "stale");
   fPackage.data[7] = "1";
@@ -230,7 +209,7 @@ TEST_F(Install, APatchNeedsItsInstallationAndSparesIt) {
     fTree.Folder("Applications/DemoPatch");
   };
   ExpectInstallPressed();
-  Run("something to patch");
+  Run();
   EXPECT_EQ(fTree.Read("Applications/Demo/installed"), "kept");
   EXPECT_EQ(fMachine.fLaunched.size(), 1U);
 }

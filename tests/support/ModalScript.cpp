@@ -3,24 +3,19 @@
 // window has been answered, by another step.
 #include "support/ModalScript.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDialogButtonBox>
-#include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QWindow>
-#include <algorithm>
 #include <utility>
-
-#include "platform/Application.h"
 
 namespace {
 
-constexpr int kPatience = 10'000;  // milliseconds without any progress
+constexpr const char* kAnswered = "answered";
 
 std::string NameOf(const QWidget& window) {
   const auto* box = qobject_cast<const QMessageBox*>(&window);
@@ -33,13 +28,25 @@ bool Matches(const QWidget& window, const std::string& name) {
          window.findChild<QWidget*>(wanted) != nullptr;
 }
 
+QWidget* TopWindow() {
+  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (qobject_cast<QDialog*>(window) != nullptr && window->isVisible()) return window;
+  return nullptr;
+}
+
 }  // namespace
 
 ModalScript::ModalScript() {
   qApp->installEventFilter(this);
-  QObject::connect(&fWatch, &QTimer::timeout, this, &ModalScript::Watch);
-  fWatch.start(200);
-  fSinceProgress.start();
+  // A window that no answer closes, or a run that waits for nothing, is ended from outside.
+  QObject::connect(&fPatience, &QTimer::timeout, this, [this] {
+    const QWidget* window = TopWindow();
+    if (window == nullptr) return;
+    fProblems += "stuck: " + NameOf(*window) + "\n";
+    Application::Quit(0);
+  });
+  fPatience.start(10'000);
 }
 
 std::string ModalScript::TakeProblems() {
@@ -50,46 +57,28 @@ std::string ModalScript::TakeProblems() {
 
 bool ModalScript::eventFilter(QObject* watched, QEvent* event) {
   auto* window = qobject_cast<QDialog*>(watched);
-  if (window == nullptr) return false;
-  if (event->type() == QEvent::Show) {
-    fShown.push_back({window});
-    LookSoon();
-  } else if (event->type() == QEvent::Hide) {
-    std::erase_if(fShown, [window](const Shown& shown) { return shown.window == window; });
-    LookSoon();
-  }
+  if (window == nullptr || (event->type() != QEvent::Show && event->type() != QEvent::Hide)) return false;
+  window->setProperty(kAnswered, false);
+  LookSoon();
   return false;
 }
 
-void ModalScript::LookSoon() {
-  QTimer::singleShot(0, this, &ModalScript::Look);
-}
-
 void ModalScript::Look() {
-  std::erase_if(fShown, [](const Shown& shown) { return shown.window.isNull(); });
-  if (fShown.empty() || fShown.back().answered) return;
-  QWidget& window = *fShown.back().window;
-  const bool expected = !fSteps.empty() && Matches(window, fSteps.front().window);
-  if (!window.isModal() && !expected) return;  // the main window waits for its turn
-  fShown.back().answered = window.isModal();
-  fSinceProgress.restart();
+  QWidget* window = TopWindow();
+  if (window == nullptr || window->property(kAnswered).toBool()) return;
+  const bool expected = !fSteps.empty() && Matches(*window, fSteps.front().window);
+  if (!window->isModal() && !expected) return;  // the main window waits for its turn
+  window->setProperty(kAnswered, window->isModal());
+  fPatience.start();
   if (!expected) {
-    fProblems += "unexpected: " + NameOf(window) + "\n";
-    window.close();
+    fProblems += "unexpected: " + NameOf(*window) + "\n";
+    window->close();
     return;
   }
   const Step step = std::move(fSteps.front());
   fSteps.pop_front();
-  Act(window, step);
+  Act(*window, step);
   LookSoon();
-}
-
-/// A window that no answer closes, or a run that waits for nothing, is ended from outside.
-void ModalScript::Watch() {
-  if (fShown.empty() || fSinceProgress.elapsed() < kPatience) return;
-  fSinceProgress.restart();
-  fProblems += "stuck: " + (fShown.back().window ? NameOf(*fShown.back().window) : "?") + "\n";
-  Application::Quit(0);
 }
 
 void ModalScript::Act(QWidget& window, const Step& step) {
@@ -109,24 +98,22 @@ void ModalScript::Act(QWidget& window, const Step& step) {
 
 void ModalScript::Press(QWidget& window, const std::string& name) {
   auto* control = window.findChild<QWidget*>(QString::fromStdString(name));
-  if (control == nullptr || !control->isVisible() || !control->isEnabled()) {
-    fProblems += "can't press " + name + " in " + NameOf(window) + "\n";
-    window.close();
-  } else {
+  if (control != nullptr && control->isVisible() && control->isEnabled()) {
     QTest::mouseClick(control, Qt::LeftButton);
+    return;
   }
+  fProblems += "can't press " + name + " in " + NameOf(window) + "\n";
+  window.close();
 }
 
 void ModalScript::Choose(QWidget& window, const std::string& folder) {
   auto* path = window.findChild<QLineEdit*>("fileNameEdit");
   const auto* buttons = window.findChild<QDialogButtonBox*>();
-  if (path == nullptr || buttons == nullptr) {
-    fProblems += "no folder dialog: " + NameOf(window) + "\n";
-    window.close();
-    return;
+  if (path != nullptr && buttons != nullptr) {
+    path->setText(QString::fromStdString(folder));
+    QTest::mouseClick(buttons->button(QDialogButtonBox::Open), Qt::LeftButton);
+    if (!window.isVisible()) return;
   }
-  path->setText(QString::fromStdString(folder));
-  QTest::mouseClick(buttons->button(QDialogButtonBox::Open), Qt::LeftButton);
-  if (window.isVisible()) fProblems += "folder not taken: " + folder + "\n";
-  if (window.isVisible()) window.close();
+  fProblems += "folder not taken: " + folder + "\n";
+  window.close();
 }

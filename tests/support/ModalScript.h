@@ -4,14 +4,16 @@
 // the blocking call, and closed, so that the call returns.
 #pragma once
 
-#include <QElapsedTimer>
-#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 #include <deque>
 #include <functional>
 #include <string>
-#include <vector>
+
+#include "platform/Application.h"
+
+/// The display connection that all cases of a test program with windows share.
+Application& TestApplication();
 
 /// One window and what is done with it: first `look`, then one of `press`, `choose`, `key`, `close`.
 struct Step {
@@ -38,21 +40,13 @@ class ModalScript : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  struct Shown {
-    QPointer<QWidget> window;
-    bool answered = false;
-  };
-
-  void LookSoon();
+  void LookSoon() { QTimer::singleShot(0, this, &ModalScript::Look); }
   void Look();
-  void Watch();
   void Act(QWidget& window, const Step& step);
   void Press(QWidget& window, const std::string& name);
   void Choose(QWidget& window, const std::string& folder);
 
   std::deque<Step> fSteps;
-  std::vector<Shown> fShown;  // the windows on the screen, in the order of their appearance
   std::string fProblems;
-  QTimer fWatch;
-  QElapsedTimer fSinceProgress;
+  QTimer fPatience;
 };

@@ -70,8 +70,7 @@ std::string TemporaryTree::Read(const std::string& name) const {
 }
 
 bool TemporaryTree::Has(const std::string& name) const {
-  struct stat info {};
-  return ::lstat(Path(name).c_str(), &info) == 0;
+  return fs::symlink_status(Path(name)).type() != fs::file_type::not_found;
 }
 
 TemporaryTree::Contents TemporaryTree::Look(const std::string& name) const {

@@ -21,7 +21,6 @@ class TestMachine : public PosixMachine {
   struct Archive {
     bool watched = true;
     bool succeeds = true;
-    std::vector<double> reports = {0.25, 0.5};
     std::function<void(const FolderItem& archive)> work;
   };
 
@@ -32,20 +31,27 @@ class TestMachine : public PosixMachine {
   std::int64_t fMilliseconds = 0;  // the clock
   std::vector<std::string> fAddresses;
   std::vector<std::string> fLaunched;
+  std::function<std::string(std::int64_t ticks)> fProgram;  // what a program has on the clipboard by then
 
   std::int64_t Ticks() override { return fMilliseconds * 60 / 1000; }
   void DoEvents(int milliseconds) override;
-  void Yield() override;
+  void Yield() override {
+    if (fPump) fPump();
+  }
   std::string ExecutableFile() override { return fExecutable; }
   std::string HomeFolder() override { return fTree.Path("home"); }
   std::string DesktopFolder() override { return fTree.Path("home/Desktop"); }
   std::string TemporaryFolder() override { return fTree.Path("temporary"); }
   /// Its "Applications" is there.
   std::string SystemParentFolder() override { return fTree.Path(); }
+  std::string SharedFolder() override { return fTree.Path("shared"); }
+  std::string ClipboardText() override {
+    return fProgram ? fProgram(Ticks()) : PosixMachine::ClipboardText();
+  }
   bool SystemVersion(std::int64_t& major, std::int64_t& minor) override;
   void ShowURL(const std::string& address) override { fAddresses.push_back(address); }
   bool Launch(const FolderItem& item) override;
-  std::shared_ptr<Expansion> ExpansionOf(const FolderItem& archive) override;
+  std::shared_ptr<Expansion> ExpansionOf(const FolderItem& /*archive*/) override { return fExpansion; }
 
  protected:
   bool OpenDocument(const FolderItem& /*item*/) override { return false; }

@@ -1,18 +1,15 @@
 // SPDX-License-Identifier: MIT
 // The main function of test programs that open windows. They appear on no screen, and the toolkit
 // keeps what it remembers of them in a folder that goes when the program ends.
-#include "support/WindowMain.h"
-
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
 #include <cstdlib>
 
+#include "support/ModalScript.h"
 #include "support/TemporaryTree.h"
 
-namespace {
-Application* gApplication = nullptr;
-}
+static Application* gApplication = nullptr;
 
 Application& TestApplication() {
   return *gApplication;

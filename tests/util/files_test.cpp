@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Deleting, moving, making folders, whole files, rights and visibility.
+// Deleting, moving, making folders, whole files, rights, the expansion tool and visibility.
 #include "util/Files.h"
 
 #include <fcntl.h>
@@ -10,13 +10,12 @@
 #include <filesystem>
 
 #include "support/TestMachine.h"
+#include "util/Archives.h"
 #include "util/GlobalsKv.h"
 #include "util/Rights.h"
 
 using namespace ViewConst;
 namespace fs = std::filesystem;
-
-namespace {
 
 /// Root is refused nothing. As this user, who gets the folder, the mode of a file counts.
 class OrdinaryUser {
@@ -26,8 +25,6 @@ class OrdinaryUser {
   }
   ~OrdinaryUser() { static_cast<void>(::seteuid(::getuid())); }
 };
-
-}  // namespace
 
 class Files : public ::testing::Test {
  protected:
@@ -69,7 +66,6 @@ TEST_F(Files, TreesDeeperThanAnyPathGo) {
 TEST_F(Files, MovesReplaceFilesAndSpareTheRest) {
   fTree.Write("A.txt", "A");
   EXPECT_FALSE(RenameFile(fTree.Path("A.txt"), fTree.Path("a.TXT")));
-  EXPECT_FALSE(RenameFile(fTree.Path("none"), fTree.Path("b")));
   EXPECT_FALSE(RenameFile(fTree.Path("A.txt"), "b"));
   EXPECT_EQ(fTree.Read("A.txt"), "A");
   fTree.Write("old", "old");
@@ -103,10 +99,6 @@ TEST_F(Files, MissingFoldersAreMadeUpToTheFirstObstacle) {
   EXPECT_EQ(GlobalsKv::gErrorString,
             "VOLUME NOT FOUND.\n\nThis volume does not exist: \n\n" + fTree.Path("a/new"));
   fs::permissions(fTree.Path("a"), fs::perms(0755));
-  GlobalsKv::gConflictType = 0;
-  ForceDirectories("relative/x", true);
-  ForceDirectories("", true);
-  EXPECT_EQ(GlobalsKv::gConflictType, 0);
 }
 
 TEST_F(Files, WholeFilesAreReadAndReplaced) {
@@ -119,8 +111,7 @@ TEST_F(Files, WholeFilesAreReadAndReplaced) {
   EXPECT_EQ(text, bytes);
   EXPECT_EQ(fTree.Read("victim"), "kept");
   const TemporaryTree::Contents before = fTree.Look();
-  DataFileWrite(fTree.Path("none/file"), bytes);
-  DataFileWrite(fTree.Path("home"), bytes);
+  for (const char* name : {"none/file", "home"}) DataFileWrite(fTree.Path(name), bytes);
   EXPECT_EQ(fTree.Look(), before);
   DataFileRead(fTree.Path("home"), text);
   EXPECT_EQ(text, "");
@@ -132,13 +123,27 @@ TEST_F(Files, AccessIsGivenToTheItemItself) {
   const std::string hostile = fTree.Write("it's $(rm) \xFF", "", 0600);
   AllUsersFullAccess(hostile);
   EXPECT_EQ(FolderItem(hostile).Permissions(), 0666U);
-  AllUsersFullAccessOnMac(FolderItem(hostile));
-  EXPECT_EQ(FolderItem(hostile).Permissions(), 0777U);
   AllUsersFullAccess(fTree.Folder("home"));
+  AllUsersFullAccessOnMac(FolderItem(hostile));
   EXPECT_EQ(FolderItem(fTree.Path("home")).Permissions(), 0777U);
+  EXPECT_EQ(FolderItem(hostile).Permissions(), 0777U);
   for (const char* path : {"link", "none"}) AllUsersFullAccess(fTree.Path(path));
   AllUsersFullAccessOnMac(std::nullopt);
   EXPECT_EQ(FolderItem(kept).Permissions(), 0600U);
+}
+
+TEST_F(Files, ArchivesGoToTheToolUnderAnyNameAndItsEndIsTold) {
+  fTree.Write("media/Setup.app/Contents/MacOS/ditto",
+              "#!/bin/sh\n[ \"$1\" = -xk ] && [ $# = 3 ] && mkdir -p \"$3\" && cp \"$2\" \"$3/new\"\n", 0755);
+  const std::string zip = fTree.Write("a 'b' $(c)\n;.zip", "archive");
+  const std::string name = "-x \"y\" `z` & *";
+  fTree.Write(name + "/kept", "kept");
+  EXPECT_TRUE(ZipFileToFolder(zip, fTree.Path(name), false));
+  EXPECT_EQ(fTree.Read(name + "/kept") + fTree.Read(name + "/new"), "keptarchive");
+  EXPECT_TRUE(ZipFileToFolder(zip, fTree.Path(name), true));
+  EXPECT_FALSE(fTree.Has(name + "/kept"));
+  EXPECT_FALSE(ZipFileToFolder(fTree.Path("missing"), fTree.Path(name), false));
+  EXPECT_FALSE(ZipFileToFolder(zip, "relative", true));
 }
 
 TEST_F(Files, HiddenItemsAreListedAndForgottenWithTheirItem) {
@@ -146,9 +151,7 @@ TEST_F(Files, HiddenItemsAreListedAndForgottenWithTheirItem) {
   fTree.Write("folder/other", "");
   SetInvisible(fTree.Path("folder/none"));
   EXPECT_FALSE(fTree.Has("folder/.hidden"));
-  SetInvisible(path);
-  SetInvisible(fTree.Path("folder/other"));
-  SetInvisible(path);
+  for (const std::string& item : {path, fTree.Path("folder/other"), path}) SetInvisible(item);
   EXPECT_EQ(fTree.Read("folder/.hidden"), "caf\u00E9\nother\n");
   EXPECT_FALSE(FolderItem(path).Visible());
   DeleteFile(path);

@@ -18,6 +18,7 @@ using Renames = std::vector<std::pair<fs::path, fs::path>>;
 
 constexpr char kRuntime[] = "TessarineStub";
 constexpr char kExpander[] = "ditto";
+constexpr char kClipboardKeeper[] = "TessarineClipboard";
 constexpr char kCleanupProgram[] = "PostInstallCleanup";
 
 std::string XmlText(const std::string& text) {
@@ -86,8 +87,9 @@ class Builder {
         throw Refusal("The runtime's folder", "holds no " + std::string(name) + ": " + fRuntime.string());
       fs::copy_file(fRuntime / name, Programs() / name);
     }
-    if (fs::exists(fRuntime / kCleanupProgram))
-      fs::copy_file(fRuntime / kCleanupProgram, Programs() / kCleanupProgram);
+    // Without it a text on the clipboard goes with the installer.
+    if (fs::exists(fRuntime / kClipboardKeeper))
+      fs::copy_file(fRuntime / kClipboardKeeper, Programs() / kClipboardKeeper);
   }
 
   void AddProgram(const std::string& field, const Program& program) {

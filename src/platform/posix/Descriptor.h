@@ -12,7 +12,8 @@ class Descriptor {
   explicit Descriptor(int value) : fValue(value) {}
   Descriptor(Descriptor&& other) noexcept : fValue(std::exchange(other.fValue, -1)) {}
   Descriptor& operator=(Descriptor&& other) noexcept {
-    std::swap(fValue, other.fValue);
+    Descriptor taken(std::move(other));
+    std::swap(fValue, taken.fValue);
     return *this;
   }
   ~Descriptor() {

@@ -21,6 +21,7 @@ class PosixMachine : public Machine {
   /// Without a desktop the text stays in this process.
   std::string ClipboardText() override { return fClipboard; }
   void SetClipboardText(const std::string& text) override { fClipboard = text; }
+  void LeaveClipboard() override {}
   int Execute(const std::string& command) override;
   bool Launch(const FolderItem& item) override;
   std::shared_ptr<Expansion> ExpansionOf(const FolderItem& archive) override;

@@ -3,6 +3,7 @@
 #include "platform/posix/Process.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -112,6 +113,34 @@ int RunShellLine(const std::string& line, const std::string& toolFolder, const s
     if (ended < 0 && errno != EINTR) return 127;
     wait();
   }
+}
+
+void StartWithText(const std::string& program, const std::string& text) {
+  constexpr int kLongestWait = 2000;  // milliseconds
+  int input[2] = {-1, -1};
+  int output[2] = {-1, -1};
+  if (::pipe2(input, O_CLOEXEC) != 0) return;
+  const Descriptor inputRead(input[0]);
+  Descriptor inputWrite(input[1]);
+  if (::pipe2(output, O_CLOEXEC) != 0) return;
+  const Descriptor outputRead(output[0]);
+  Descriptor outputWrite(output[1]);
+  SpawnSetup setup(POSIX_SPAWN_SETSID);
+  setup.Connect(STDIN_FILENO, inputRead.Get());
+  setup.Connect(STDOUT_FILENO, outputWrite.Get());
+  setup.Silence(STDERR_FILENO);
+  if (setup.Start(program, {}, environ) <= 0) return;
+  outputWrite = Descriptor();
+  std::size_t done = 0;
+  while (done < text.size()) {
+    const ssize_t wrote = ::write(inputWrite.Get(), text.data() + done, text.size() - done);
+    if (wrote < 0 && errno == EINTR) continue;
+    if (wrote <= 0) break;
+    done += static_cast<std::size_t>(wrote);
+  }
+  inputWrite = Descriptor();
+  pollfd answer{outputRead.Get(), POLLIN, 0};
+  static_cast<void>(::poll(&answer, 1, kLongestWait));  // without an answer there is nothing more to do
 }
 
 PipedProcess StartPiped(const std::string& program, const std::vector<std::string>& arguments) {

@@ -17,6 +17,10 @@ bool StartDetached(const std::string& program, const std::vector<std::string>& a
 /// 127 when the shell could not be started.
 int RunShellLine(const std::string& line, const std::string& toolFolder, const std::function<void()>& wait);
 
+/// Starts `program` in a session of its own, gives it `text` on its standard input and waits up to two
+/// seconds until it answers or ends. It outlives this process.
+void StartWithText(const std::string& program, const std::string& text);
+
 /// Starts `program` with its standard output and error connected to new pipes.
 struct PipedProcess {
   pid_t id = -1;

@@ -9,6 +9,8 @@
 #include <QUrl>
 #include <QWindow>
 
+#include "platform/posix/Process.h"
+
 namespace {
 
 /// While it lives, what the user does with mouse and keyboard is dropped.
@@ -67,6 +69,12 @@ std::string QtMachine::ClipboardText() {
 
 void QtMachine::SetClipboardText(const std::string& text) {
   QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+}
+
+void QtMachine::LeaveClipboard() {
+  const std::string text = ClipboardText();
+  if (!QGuiApplication::clipboard()->ownsClipboard() || text.empty()) return;
+  if (qEnvironmentVariableIsSet("DISPLAY")) StartWithText(HelperFolder() + "/TessarineClipboard", text);
 }
 
 void QtMachine::ShowURL(const std::string& address) {

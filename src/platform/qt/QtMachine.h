@@ -10,6 +10,7 @@ class QtMachine : public PosixMachine {
   void Yield() override;
   std::string ClipboardText() override;
   void SetClipboardText(const std::string& text) override;
+  void LeaveClipboard() override;
   void ShowURL(const std::string& address) override;
 
  protected:

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+// What the publisher's texts mean: the action script, specifiers, programs' answers, requirements, pixels.
+#include <gtest/gtest.h>
+
+#include "actions/ActionScript.h"
+#include "actions/ExternalPrograms.h"
+#include "actions/Specifiers.h"
+#include "dialogs/MessageModal.h"
+#include "package/PixelStrings.h"
+#include "session/Requirements.h"
+#include "util/GlobalsKv.h"
+
+namespace {
+
+using Kind = Action::Kind;
+
+TEST(Script, EntriesAreReadByKeyAndForm) {
+  const struct {
+    const char* entry;
+    Kind kind;
+    const char* value;
+    const char* source;
+    const char* destination;
+  } rows[] = {{"DELETE=/tmp/x", Kind::Delete, "/tmp/x", "", ""},
+              {"shell=FOO=1 tool", Kind::Shell, "FOO", "", ""},
+              {"shellfile=run.sh", Kind::ShellFile, "run.sh", "", ""},
+              {"createfolder=/a", Kind::CreateFolder, "/a", "", ""},
+              {"allusersfullaccess=/a", Kind::AllUsersFullAccess, "/a", "", ""},
+              {"PreInstallDelete=", Kind::PreInstallDelete, "", "", ""},
+              {"preinstallcopy=/a;/b;/c", Kind::PreInstallCopy, "", "/a", "/b"},
+              {"preinstallcopy=/a", Kind::PreInstallCopy, "", "/a", ""},
+              {"delete=", Kind::Invalid, "", "", ""},
+              {"=x", Kind::Invalid, "", "", ""},
+              {"x", Kind::Invalid, "", "", ""},
+              {"", Kind::Invalid, "", "", ""},
+              {"Read Me.txt=/b/R.txt", Kind::Copy, "", "Read Me.txt", "/b/R.txt"}};
+  EXPECT_TRUE(ParseActions("").empty());
+  EXPECT_EQ(ParseActions("a=/b||shell=x|").size(), 4u);
+  for (const auto& row : rows) {
+    const Action action = ParseActions(std::string("shell=x|") + row.entry)[1];
+    EXPECT_EQ(action.kind, row.kind) << row.entry;
+    EXPECT_EQ(action.value, row.value) << row.entry;
+    EXPECT_EQ(action.source, row.source) << row.entry;
+    EXPECT_EQ(action.destination, row.destination) << row.entry;
+  }
+}
+
+TEST(Script, CopiesAreTestedAsTheirBracketsSay) {
+  const struct {
+    const char* value;
+    const char* destination;
+    bool tested;
+    const char* folderTest;
+    bool onlyIfMissing;
+  } rows[] = {{"[/Host]/Host/P", "/Host/P", true, "/Host", false},
+              {"[/Host]/P]/dropped", "/P", true, "/Host", false},
+              {"{/a/b}ignored", "/a/b", false, "", true},
+              {"[/Host]{/a/b}", "/a/b", false, "/Host", true},
+              {"[/Host", "", true, "/Host", false}};
+  for (const auto& row : rows) {
+    const Action action = ParseActions(std::string("P=") + row.value)[0];
+    EXPECT_EQ(action.destination, row.destination) << row.value;
+    EXPECT_EQ(action.tested, row.tested) << row.value;
+    EXPECT_EQ(action.folderTest, row.folderTest) << row.value;
+    EXPECT_EQ(action.onlyIfMissing, row.onlyIfMissing) << row.value;
+  }
+  EXPECT_EQ(ExpandUserAccount("useraccount/x", "/h"), "/h/x");
+  EXPECT_EQ(ExpandUserAccount("/a/UserAccount/x", "/h"), "/a/UserAccount/x");
+}
+
+TEST(Specifiers, AreResolvedInARow) {
+  const SpecifierFolders folders{"/home/u", "/opt/Tool", "/media/x/"};
+  const struct {
+    const char* name;
+    const char* path;
+    const char* clipboard;
+  } rows[] = {{"UserAccount/L/T.app", "/home/u/L/T.app", "/media/x/L/T.app"},
+              {"installfolder/", "/opt/Tool/", "/media/x/"},
+              {"FixedPath//A/T.app", "/A/T.app", "/media/x//A/T.app"},
+              {"FixedPath/SetupFolder/T.app", "/media/x/T.app", "/media/x/T.app"}};
+  for (const auto& row : rows) {
+    const auto resolved = ResolveSpecifier(row.name, folders);
+    ASSERT_TRUE(resolved) << row.name;
+    EXPECT_EQ(resolved->path, row.path);
+    EXPECT_EQ(resolved->clipboard, row.clipboard);
+  }
+  EXPECT_FALSE(ResolveSpecifier("Tools/UserAccount/x", folders));
+}
+
+TEST(Programs, AnswersAndScriptFilesAreTakenApart) {
+  using Answer = ProgramAnswer::Kind;
+  EXPECT_EQ(ReadAnswer("tessarinewait").kind, Answer::Wait);
+  EXPECT_EQ(ReadAnswer("TessarineWait ").kind, Answer::Other);
+  EXPECT_EQ(ReadAnswer("TESSARINEABORT:Close it.").message, "Close it.");
+  EXPECT_EQ(ReadAnswer("TessarineDone:").kind, Answer::Done);
+  EXPECT_EQ(ReadAnswer("xTessarineDone:y").message, "");
+  EXPECT_EQ(ScriptLines("a\nb\r\nc\r\n"), (std::vector<std::string>{"a\nb", "c", ""}));
+  EXPECT_EQ(ScriptLines("a\rb\nc"), (std::vector<std::string>{"a\rb", "c"}));
+  EXPECT_EQ(ScriptLines("a\rb"), (std::vector<std::string>{"a", "b"}));
+}
+
+TEST(Requirements, AreMetAtTheirThreshold) {
+  const struct {
+    const char* keyword;
+    int major, minor;
+    const char* complaint;
+  } rows[] = {{"macos10.12", 10, 12, ""},
+              {"MacOS10.12", 10, 11, "Mac OS X 10.12 or later is required."},
+              {"MacOS10.12", 12, 0, ""},
+              {"MacOS10.12", 0, 0, ""},
+              {"MacOS11.1", 0, 0, "Mac OS X 11.1 or later is required."},
+              {"MacOS11.1", 11, 0, "Mac OS X 11.1 or later is required."},
+              {"MacOS11.1", 12, 0, ""},
+              {"MacOS12.0", 1, 0, ""}};
+  for (const auto& row : rows)
+    EXPECT_EQ(VersionComplaint(row.keyword, row.major, row.minor), row.complaint) << row.keyword;
+  EXPECT_EQ(MemoryComplaint("1gb", 1000), "");
+  EXPECT_EQ(MemoryComplaint("1GB", 999), "1 GB RAM is required.");
+  EXPECT_EQ(MemoryComplaint("3GB", 1), "");
+}
+
+TEST(Pixels, AreDecodedInOnePassAndRefusedWhenDamaged) {
+  const struct {
+    const char* pixels;
+    const char* expanded;
+  } rows[] = {{"ABC", "ABC"}, {"A[3]B[2]", "AAABB"}, {"XA[3]YB[2]Z", "XAAAYBBZ"}, {"A[0]", ""}, {"A[]", ""}};
+  for (const auto& row : rows) {
+    std::string pixels = row.pixels;
+    EXPECT_TRUE(PixelStringExpand(pixels));
+    EXPECT_EQ(pixels, row.expanded);
+  }
+  for (const char* damaged : {"[3]", "A[3", "A[3][2]", "A[50000001]", "A[30000000]B[30000000]"}) {
+    std::string pixels = damaged;
+    EXPECT_FALSE(PixelStringExpand(pixels)) << damaged;
+    EXPECT_EQ(pixels, damaged);
+    EXPECT_FALSE(DecodePicture(1, 1, damaged)) << damaged;
+  }
+  const auto picture = DecodePicture(2, 1, "1F[3]2[3]A0[2]30");
+  ASSERT_TRUE(picture);
+  EXPECT_EQ(picture->pixels, (std::vector<std::uint8_t>{0x1F, 0xFF, 0x22, 0x2A, 0x00, 0x30}))
+      << "odd runs begin and end inside a byte";
+  for (const auto& [width, height] : {std::pair{1, 1}, {2, 2}, {0, 1}, {-2, -1}, {1 << 30, 1 << 30}})
+    EXPECT_FALSE(DecodePicture(width, height, "1F[3]2[3]A0[2]30")) << width;
+}
+
+TEST(Messages, AreSizedByTheirLength) {
+  GlobalsKv::KvAppInit();
+  const struct {
+    int length;
+    const char* end;
+    Size step;
+  } rows[] = {{39, "", {-250, -150}}, {40, "", {-60, -50}}, {10, "\n", {-60, -50}},
+              {199, "", {-60, -50}},  {200, "", {0, 0}},    {400, "", {0, 0}},
+              {401, "", {0, 100}},    {600, "", {0, 100}},  {601, "", {0, 200}}};
+  for (const auto& row : rows) {
+    std::string message;
+    for (int i = 0; i < row.length; ++i) message += "\u00E9";
+    EXPECT_EQ(MessageSizeStep(message + row.end), row.step) << row.length;
+  }
+}
+
+}  // namespace

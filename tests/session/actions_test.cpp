@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+// The publisher's script, programs and cleanup in whole runs.
+#include <filesystem>
+
+#include "session/SessionTest.h"
+
+namespace {
+
+class Actions : public SessionTest {
+ protected:
+  Actions() { fPackage.data[2] = "1"; }
+};
+
+TEST_F(Actions, TheScriptRunsEntryByEntryPastItsFailures) {
+  const std::string old = fTree.Write("old/file", "old");
+  fTree.Write("kept/file", "kept");
+  std::filesystem::create_directory_symlink(fTree.Path("kept"), fTree.Path("old/link"));
+  const std::string saved = fTree.Write("saved", "saved");
+  fMachine.fArchive.work = [this](const FolderItem& archive) {
+    Unpack(archive);
+    EXPECT_EQ(fTree.Read("backup"), "saved");
+    EXPECT_FALSE(fTree.Has("old")) << "cleared before the expansion";
+    fTree.Write("Applications/Demo/Tool.app/Contents/MacOS/Tool", "tool", 0755);
+    fTree.Write("Applications/Demo/run", "cd /\ncat Demo/none\necho $(pwd) > '" + fTree.Path("ran") + "'\n");
+  };
+  const std::string path = fTree.Path();
+  fPackage.textData[29] = "preinstallcopy=" + saved + ";" + path + "/backup|preinstalldelete=" + path +
+                          "/old|missing=" + path + "/x|nonsense|content=UserAccount/new/deep/c|content={" +
+                          saved + "}|content=[" + path + "/nowhere]" + path +
+                          "/y|createfolder=UserAccount/made/it|delete=" + path +
+                          "/Applications/Demo/content|Tool.app=" + path +
+                          "/Tool.app|shell=head -c 300000 /dev/zero; echo done > '" + path +
+                          "/shell'|shellfile=run|allusersfullaccess=" + path + "/shell|shell=";
+  ExpectInstallPressed();
+  for (const char* message : {"Missing File: missing", "Contact Publisher", "Contact Publisher"})
+    fScript.ExpectMessage(std::string("Install Error\n\n") + message);
+  Run();
+  EXPECT_EQ(fTree.Read("home/new/deep/c"), fPackage.payload);
+  EXPECT_EQ(fTree.Read("saved"), "saved");
+  EXPECT_FALSE(fTree.Has("y") || fTree.Has("x") || fTree.Has("Applications/Demo/content"));
+  EXPECT_TRUE(fTree.Has("home/made/it"));
+  EXPECT_EQ(fTree.Read("kept/file"), "kept") << "a link was followed by a delete";
+  EXPECT_EQ(fTree.Look("Tool.app"), fTree.Look("Applications/Demo/Tool.app"));
+  EXPECT_EQ(fTree.Read("shell"), "done\n") << "more output than a pipe holds";
+  EXPECT_TRUE(fTree.Has("ran"));
+}
+
+TEST_F(Actions, ProgramsAreHeardForAsLongAsTheySayWait) {
+  fPackage.data[8] = "SetupFolder/Before";
+  fTree.Write("media/Before", "", 0755);
+  fMachine.fProgram = [](std::int64_t ticks) {
+    return ticks < 60 * 60 ? std::string("tessarinewait") : "TessarineAbort:Not today.";
+  };
+  fScript.ExpectMessage("Not today.");
+  RunInVain();
+  EXPECT_GE(fMachine.Ticks(), 60 * 60);
+  EXPECT_EQ(fMachine.fLaunched, std::vector<std::string>{fTree.Path("media/Before")});
+  // One that never says anything gets its three seconds.
+  fMachine.fProgram = [](std::int64_t) { return std::string(); };
+  const std::int64_t start = fMachine.Ticks();
+  Expect({.window = kMain, .press = "QuitBtn"});
+  RunInVain();
+  EXPECT_LT(fMachine.Ticks() - start, 5 * 60);
+}
+
+TEST_F(Actions, AMachineThatWontDoIsToldBothReasons) {
+  fPackage.textData[24] = "MacOS11.1";
+  fPackage.textData[25] = "32GB";
+  fMachine.fVersion = {10, 15};
+  fScript.ExpectMessage("Mac OS X 11.1 or later is required.");
+  fScript.ExpectMessage("32 GB RAM is required.");
+  RunInVain();
+}
+
+TEST_F(Actions, ADamagedPictureIsToldAndTheRunGoesOn) {
+  fPackage.data[6] = "FF[9,64,64";
+  Expect({.window = "MessageText", .press = "Btn3"});
+  Expect({.window = kMain, .press = "QuitBtn"});
+  RunInVain();
+}
+
+TEST_F(Actions, CleanupIsAskedForAndNeedsItsProgram) {
+  fPackage.textData[30] = "3";
+  for (const char* answer : {"Btn3", "Btn2"}) {
+    ExpectInstallPressed();
+    Expect({.window = "MessageText", .press = answer});
+    Run();
+    EXPECT_EQ(fTree.Look("temporary"), TemporaryTree::Contents{}) << "no Data3 in the package";
+  }
+}
+
+}  // namespace
