@@ -13,7 +13,7 @@ start_display() {
   walk_processes+=($!)
   DISPLAY=":$(head -n 1 "$pipe")"
   rm -f "$pipe"
-  export DISPLAY
+  export DISPLAY QT_QPA_PLATFORM=xcb
   openbox --sm-disable >/dev/null 2>&1 &
   walk_processes+=($!)
   local tries
@@ -26,7 +26,7 @@ start_display() {
 
 stop_display() {
   local process
-  for process in "${walk_processes[@]}"; do kill "$process" 2>/dev/null || true; done
+  for process in $(jobs -p) "${walk_processes[@]}"; do kill "$process" 2>/dev/null || true; done
   wait 2>/dev/null || true
 }
 
