@@ -75,20 +75,13 @@ void Copy(const Action& action, const std::string& source) {
   }
 }
 
-void Remove(const std::string& path) {
-  if (DirectoryExists(path))
-    ViewConst::DeleteFolderOrApp(path);
-  else if (FileExists(path))
-    ViewConst::DeleteFile(path);
-}
-
 }  // namespace
 
 void TessarineStubWindow::PostInstallCopy() {
   for (const Action& action : ParseActions(fPostCopy)) {
     switch (action.kind) {
       case Action::Kind::Delete:
-        Remove(FromHome(action.value));
+        ViewConst::DeleteItem(FromHome(action.value));
         break;
       case Action::Kind::Shell:
         DoShellCmd(action.value);

@@ -10,13 +10,6 @@ using ViewConst::FileExists;
 
 namespace {
 
-void Remove(const std::string& path) {
-  if (DirectoryExists(path))
-    ViewConst::DeleteFolderOrApp(path);
-  else if (FileExists(path))
-    ViewConst::DeleteFile(path);
-}
-
 /// Never overwrites: what was saved by an earlier run stays.
 void Save(const std::string& source, const std::string& destination) {
   if (DirectoryExists(destination) || FileExists(destination)) return;
@@ -30,7 +23,7 @@ void Save(const std::string& source, const std::string& destination) {
 
 void TessarineStubWindow::PreInstallCopy() {
   for (const Action& action : ParseActions(fPostCopy)) {
-    if (action.kind == Action::Kind::PreInstallDelete) Remove(action.value);
+    if (action.kind == Action::Kind::PreInstallDelete) ViewConst::DeleteItem(action.value);
     if (action.kind == Action::Kind::PreInstallCopy) Save(action.source, action.destination);
     Machine::Current().Yield();
   }

@@ -80,6 +80,13 @@ void DeleteFolderOrApp(const std::string& path) {
   if (item && item->Exists()) item->DeleteTree();
 }
 
+void DeleteItem(const std::string& path) {
+  if (DirectoryExists(path))
+    DeleteFolderOrApp(path);
+  else
+    DeleteFile(path);
+}
+
 bool CopyFile(const std::string& source, const std::string& target) {
   const std::optional<FolderItem> from = MyGetFolderItem(source);
   const std::optional<FolderItem> to = MyGetFolderItem(target);

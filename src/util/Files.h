@@ -24,6 +24,9 @@ bool RenameFile(const std::string& oldPath, const std::string& newPath);
 /// Deletes a file or a whole folder, read-only items included. No link is followed.
 void DeleteFolderOrApp(const std::string& path);
 
+/// Deletes what stands at the path: a folder or bundle with all that it holds, or a file.
+void DeleteItem(const std::string& path);
+
 /// Copies a file or a whole folder, modes, times and links included. A link named as the source is
 /// followed. What stands at `target` is deleted first, as far as DeleteFile can. A copy that reports
 /// an error still counts when it has the source's length.
