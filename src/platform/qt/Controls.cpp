@@ -106,6 +106,8 @@ void PushButton::SetCaption(const std::string& caption) {
   fCaption = caption;
   Native().caption = QString::fromStdString(caption);
   Native().widget->setAccessibleName(Native().caption);
+  // Cut to its room, if need be, by the window.
+  As<QPushButton>(Native()).setText(QString(Native().caption).replace('&', "&&"));
   Owner().Native().Relayout();
 }
 

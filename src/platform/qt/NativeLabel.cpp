@@ -14,14 +14,13 @@ constexpr qsizetype kLongestText = 2000;
 
 NativeLabel::NativeLabel(Wrap wrap) : fWrap(wrap) {
   setTextFormat(Qt::PlainText);
-  setWordWrap(wrap == Wrap::Words);
   setAlignment(wrap == Wrap::Words ? Qt::AlignLeft | Qt::AlignTop : Qt::AlignLeft | Qt::AlignVCenter);
 }
 
 void NativeLabel::ShowText(const QString& text) {
   setText(text);
   setAccessibleName(text);
-  Fit();
+  fFitted = false;
   update();
 }
 
@@ -66,6 +65,7 @@ bool NativeLabel::Fits(const QString& text, const QFont& candidate) const {
 }
 
 void NativeLabel::Fit() {
+  fFitted = true;
   fShownFont = font();
   // Far more than any place holds; each try lays the whole of it out.
   fShown = text().left(kLongestText);
@@ -87,6 +87,7 @@ void NativeLabel::Fit() {
 }
 
 void NativeLabel::paintEvent(QPaintEvent* /*event*/) {
+  if (!fFitted) Fit();
   QPainter painter(this);
   painter.setPen(palette().color(QPalette::WindowText));
   QTextLayout layout(OneParagraph(fShown), fShownFont);
@@ -104,7 +105,7 @@ void NativeLabel::paintEvent(QPaintEvent* /*event*/) {
 
 void NativeLabel::resizeEvent(QResizeEvent* event) {
   QLabel::resizeEvent(event);
-  Fit();
+  fFitted = false;
 }
 
 void NativeLabel::mousePressEvent(QMouseEvent* event) {

@@ -28,9 +28,11 @@ class NativeLabel : public QLabel {
   QSizeF LayOut(QTextLayout& layout) const;
   QString OneParagraph(const QString& text) const;
   bool Fits(const QString& text, const QFont& candidate) const;
+  /// Left to the first painting, so that a window is on the screen before its fonts are loaded.
   void Fit();
 
   Wrap fWrap;
   QFont fShownFont;
   QString fShown;
+  bool fFitted = false;
 };

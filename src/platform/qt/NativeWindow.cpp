@@ -113,7 +113,13 @@ Rect NativeWindow::PlaceNow(const NativeControl& control) const {
 
 void NativeWindow::Relayout() {
   for (const NativeControl* control : fControls) control->widget->setGeometry(ToQt(PlaceNow(*control)));
-  LayOutButtons();
+  if (isVisible()) LayOutButtons();
+}
+
+void NativeWindow::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  // Captions are measured once the desktop has been asked for the window: the fonts load meanwhile.
+  QMetaObject::invokeMethod(this, &NativeWindow::Relayout, Qt::QueuedConnection);
 }
 
 void NativeWindow::LayOutButtons() {

@@ -51,6 +51,7 @@ class NativeWindow : public QDialog {
   void SetContextMenu(std::unique_ptr<QMenu> menu) { fMenu = std::move(menu); }
 
  protected:
+  void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
