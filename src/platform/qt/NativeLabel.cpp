@@ -18,7 +18,7 @@ NativeLabel::NativeLabel(Wrap wrap) : fWrap(wrap) {
 }
 
 void NativeLabel::ShowText(const QString& text) {
-  setText(text);
+  fText = text;
   setAccessibleName(text);
   fFitted = false;
   update();
@@ -68,7 +68,7 @@ void NativeLabel::Fit() {
   fFitted = true;
   fShownFont = font();
   // Far more than any place holds; each try lays the whole of it out.
-  fShown = text().left(kLongestText);
+  fShown = fText.left(kLongestText);
   for (int pixels = QFontInfo(font()).pixelSize(); pixels >= kSmallestPixels; --pixels) {
     if (pixels < QFontInfo(font()).pixelSize()) fShownFont.setPixelSize(pixels);
     if (Fits(fShown, fShownFont)) {
@@ -82,7 +82,7 @@ void NativeLabel::Fit() {
     while (fitting + step <= fShown.size() && Fits(fShown.left(fitting + step) + "…", fShownFont))
       fitting += step;
   }
-  setToolTip(QStringLiteral("<qt>%1</qt>").arg(text().left(kLongestText).toHtmlEscaped()));
+  setToolTip(QStringLiteral("<qt>%1</qt>").arg(fText.left(kLongestText).toHtmlEscaped()));
   fShown = fShown.left(fitting) + "…";
 }
 

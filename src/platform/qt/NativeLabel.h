@@ -8,6 +8,7 @@
 
 class NativeLabel : public QLabel {
   Q_OBJECT
+  Q_PROPERTY(QString text MEMBER fText)
 
  public:
   enum class Wrap { OneLine, Words };
@@ -32,6 +33,8 @@ class NativeLabel : public QLabel {
   void Fit();
 
   Wrap fWrap;
+  /// Not the base class's, which loads the fonts as soon as it has a text.
+  QString fText;
   QFont fShownFont;
   QString fShown;
   bool fFitted = false;
