@@ -19,10 +19,19 @@ namespace {
 constexpr auto kLook = std::chrono::milliseconds(100);
 constexpr int kMostLooks = 10 * 60 * 10;  // ten minutes
 
-/// The installer quits at once after it has started this program, whose parent changes then.
-bool InstallerHasEnded(pid_t installer) {
+/// The executable file of a process, or empty.
+std::string ExecutableOf(const std::string& process) {
+  std::string path(PATH_MAX, '\0');
+  const ssize_t length = ::readlink(("/proc/" + process + "/exe").c_str(), path.data(), path.size());
+  path.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
+  return path;
+}
+
+/// The installer quits at once after it has started this program, whose parent is another one then. It may
+/// have gone before this program's first step: so the parent is known by its file, which is to be removed.
+bool InstallerHasEnded(const std::string& path) {
   for (int look = 0; look < kMostLooks; ++look) {
-    if (::getppid() != installer) return true;
+    if (!ExecutableOf(std::to_string(::getppid())).starts_with(path + "/")) return true;
     std::this_thread::sleep_for(kLook);
   }
   return false;
@@ -30,9 +39,7 @@ bool InstallerHasEnded(pid_t installer) {
 
 /// The path of this program's bundle, "….app", or empty.
 std::string OwnBundle() {
-  std::string path(PATH_MAX, '\0');
-  const ssize_t length = ::readlink("/proc/self/exe", path.data(), path.size());
-  path.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
+  const std::string path = ExecutableOf("self");
   const std::size_t end = path.rfind("/Contents/MacOS/");
   return end == std::string::npos ? "" : path.substr(0, end);
 }
@@ -48,12 +55,10 @@ std::string TakeOrder(const std::string& file) {
 }  // namespace
 
 int main() {
-  const pid_t installer = ::getppid();
   const std::string bundle = OwnBundle();
   if (bundle.empty()) return 1;
-  const std::string order = TakeOrder(bundle.substr(0, bundle.rfind('.')) + ".data");
-  if (!InstallerHasEnded(installer)) return 1;
-  const std::string path = PathOfOrder(order);
+  const std::string path = PathOfOrder(TakeOrder(bundle.substr(0, bundle.rfind('.')) + ".data"));
+  if (!path.empty() && !InstallerHasEnded(path)) return 1;
   const std::string objection = path.empty() ? "the order is unclear" : Objection(path, HomeFolders());
   if (!objection.empty()) {
     std::fprintf(stderr, "cleanup: \"%s\" stays: %s\n", path.c_str(), objection.c_str());

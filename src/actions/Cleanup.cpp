@@ -41,6 +41,8 @@ void TessarineStubWindow::Cleanup() {
     MessageBox("PostInstallCleanup Extraction Failed 1.");
     return;
   }
+  // What stands there is added to, but nowhere else.
+  if (FolderItem(stem + ".app").Alias()) ViewConst::DeleteFile(stem + ".app");
   if (!ViewConst::ZipFileToFolder(stem + ".zip", stem + ".app", false)) {
     MessageBox("PostInstallCleanup Extraction Failed 2.");
     return;

@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: MIT
 // The walk through the action script after the expansion. A failure ends its own entry only.
 #include "actions/ActionScript.h"
+#include "actions/SharedDetour.h"
 #include "dialogs/Posing.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 #include "session/TessarineStubWindow.h"
-#include "util/Clock.h"
 #include "util/Files.h"
 #include "util/GlobalsKv.h"
 #include "util/Paths.h"
 #include "util/Rights.h"
-#include "util/Strings.h"
 
 using ViewConst::DirectoryExists;
 using ViewConst::FileExists;
@@ -29,25 +28,6 @@ void MakeFolders(const std::string& path) {
   GlobalsKv::gConflictType = 0;
   ViewConst::ForceDirectories(path, true);
   GlobalsKv::PoseConflictDialog();
-}
-
-/// A bundle among the applications is written a second time, by way of the folder that all users share.
-/// It stays where it is until the way there and back is safe.
-void TakeThroughSharedFolder(const std::string& bundle) {
-  const std::string shared = Machine::Current().SharedFolder();
-  ViewConst::ForceDirectories(shared, false);
-  if (!DirectoryExists(shared)) return;
-  const std::string temporary = shared + "/" + ViewConst::ExtractFileName(bundle);
-  ViewConst::DeleteFolderOrApp(temporary);
-  if (!ViewConst::CopyFolder(bundle, temporary)) {
-    ViewConst::DeleteFolderOrApp(temporary);
-    return;
-  }
-  ViewConst::DeleteFolderOrApp(bundle);
-  ViewConst::Sleep(1);
-  // A copy that fails here leaves the one under way as the only whole one.
-  if (ViewConst::CopyFolder(temporary, bundle)) ViewConst::DeleteFolderOrApp(temporary);
-  ViewConst::Sleep(1);
 }
 
 bool MayCopy(const Action& action, const std::string& destination) {
@@ -70,7 +50,7 @@ void Copy(const Action& action, const std::string& source) {
     if (!ViewConst::CopyFile(source, destination)) Complain("File Copy Failed: " + name);
   } else if (!ViewConst::CopyFolder(source, destination)) {
     Complain("Folder Copy Failed: " + name);
-  } else if (ViewConst::Pos("/Applications", destination) == 1 && ViewConst::Pos(".app", destination) > 0) {
+  } else if (GoesThroughSharedFolder(destination)) {
     TakeThroughSharedFolder(destination);
   }
 }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "package/PixelStrings.h"
 
-#include <array>
 #include <cstring>
 #include <new>
 
@@ -40,15 +39,6 @@ class TextSink {
   std::string fText;
 };
 
-using DigitTable = std::array<std::uint8_t, 256>;
-
-DigitTable MakeDigits() {
-  DigitTable digits{};
-  for (std::size_t code = 0; code < digits.size(); ++code)
-    digits[code] = static_cast<std::uint8_t>(ViewConst::HexDigitValue(static_cast<char>(code)));
-  return digits;
-}
-
 /// Puts digits together to the bytes of a picture of known size.
 class ByteSink {
  public:
@@ -57,21 +47,19 @@ class ByteSink {
   bool Text(std::string_view text) {
     if (text.size() > Room()) return false;
     if (fHalf && !text.empty()) {
-      PutDigit(Value(text.front()));
+      PutDigit(ViewConst::HexDigitValue(text.front()));
       text.remove_prefix(1);
     }
-    std::uint8_t* byte = fBytes.data() + fCount;
     const std::size_t pairs = text.size() / 2;
-    for (std::size_t i = 0; i < pairs; ++i)
-      byte[i] = static_cast<std::uint8_t>(16 * Value(text[2 * i]) + Value(text[2 * i + 1]));
+    ViewConst::HexToBytes(text.data(), fBytes.data() + fCount, pairs);
     fCount += pairs;
-    if (text.size() % 2 == 1) PutDigit(Value(text.back()));
+    if (text.size() % 2 == 1) PutDigit(ViewConst::HexDigitValue(text.back()));
     return true;
   }
 
   bool Run(char digit, std::size_t count) {
     if (count > Room()) return false;
-    const std::uint8_t value = Value(digit);
+    const std::uint8_t value = ViewConst::HexDigitValue(digit);
     if (fHalf) {
       PutDigit(value);
       --count;
@@ -87,7 +75,6 @@ class ByteSink {
  private:
   /// Digits that still have a place.
   std::size_t Room() const { return 2 * (fBytes.size() - fCount) - (fHalf ? 1 : 0); }
-  std::uint8_t Value(char digit) const { return fDigits[static_cast<unsigned char>(digit)]; }
 
   void PutDigit(std::uint8_t value) {
     if (fHalf)
@@ -97,7 +84,6 @@ class ByteSink {
     fHalf = !fHalf;
   }
 
-  const DigitTable fDigits = MakeDigits();
   std::vector<std::uint8_t>& fBytes;
   std::size_t fCount = 0;
   std::uint8_t fHigh = 0;

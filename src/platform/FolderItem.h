@@ -33,6 +33,8 @@ class FolderItem {
   bool Alias() const;
   /// True for a folder on which another file system is mounted.
   bool IsVolume() const;
+  /// True when the item is this user's, is no link, and no other user can put something else in its place.
+  bool IsOwn() const;
   /// Bytes of a file, links followed; 0 when there is none.
   std::uint64_t Length() const;
   /// May this process create items in the folder (or write the file)? access(2), nothing is tried.

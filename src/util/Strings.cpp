@@ -100,6 +100,10 @@ double Val(std::string_view text) {
 
 std::int64_t IntegerVal(std::string_view text) {
   constexpr double kBeyond = 9223372036854775808.0;
+  // Nearly all of them are a few plain digits.
+  std::int64_t whole = 0;
+  const auto plain = std::from_chars(text.data(), text.data() + text.size(), whole);
+  if (plain.ec == std::errc() && plain.ptr == text.data() + text.size()) return whole;
   const double value = Val(text);
   if (value >= kBeyond) return std::numeric_limits<std::int64_t>::max();
   if (value <= -kBeyond) return std::numeric_limits<std::int64_t>::min();
@@ -119,22 +123,17 @@ std::string FillString(std::string_view ch, std::int64_t count) {
   return std::string(static_cast<std::size_t>(count), ch.front());
 }
 
-unsigned HexDigitValue(char digit) {
-  const auto code = static_cast<unsigned char>(digit);
-  if (code >= '0' && code <= '9') return code - '0';
-  return code >= 'A' ? code - 55U : code;
-}
-
-std::string HexToBytes(std::string_view digits, std::size_t count) {
-  std::string bytes(count, '\0');
+void HexToBytes(const char* digits, std::uint8_t* bytes, std::size_t count) {
   for (std::size_t i = 0; i < count; ++i)
-    bytes[i] = static_cast<char>(16 * HexDigitValue(digits[2 * i]) + HexDigitValue(digits[2 * i + 1]));
-  return bytes;
+    bytes[i] =
+        static_cast<std::uint8_t>(16 * HexDigitValue(digits[2 * i]) + HexDigitValue(digits[2 * i + 1]));
 }
 
 std::string UnicodeFromHex(std::string_view text, bool decode) {
   if (!decode || text.empty()) return std::string(text);
-  return Utf16LittleEndianToUtf8(HexToBytes(text, text.size() / 2));
+  std::string units(text.size() / 2, '\0');
+  HexToBytes(text.data(), reinterpret_cast<std::uint8_t*>(units.data()), units.size());
+  return Utf16LittleEndianToUtf8(units);
 }
 
 std::string gCR;

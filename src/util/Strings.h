@@ -49,10 +49,14 @@ std::string UnicodeFromHex(std::string_view text, bool decode);
 
 /// The value of a hexadecimal digit, "0" to "9" and "A" to "F". Another character below "A" counts as its
 /// code, and one above "F" as its code less 55.
-unsigned HexDigitValue(char digit);
+constexpr std::uint8_t HexDigitValue(char digit) {
+  const auto code = static_cast<std::uint8_t>(digit);
+  const std::uint8_t below = code >= '0' && code <= '9' ? '0' : 0;
+  return static_cast<std::uint8_t>(code - (code >= 'A' ? 55 : below));
+}
 
-/// `count` bytes from the first 2 * `count` digits, each cut to a byte.
-std::string HexToBytes(std::string_view digits, std::size_t count);
+/// `count` bytes from 2 * `count` digits, each cut to a byte.
+void HexToBytes(const char* digits, std::uint8_t* bytes, std::size_t count);
 
 /// A line end that LineEndingEncoding replaces. Nothing sets it, so that texts stay as they are.
 extern std::string gCR;

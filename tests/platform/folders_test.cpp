@@ -35,13 +35,14 @@ TEST(SpecialFolders, VersionsAndTheDesktopAreReadFromTheMachinesTexts) {
 
 TEST(SpecialFolders, TheTemporaryFolderIsNobodyElses) {
   const std::string name = "tessarine-" + std::to_string(::geteuid());
-  for (const std::string planted : {"nothing", "own", "link", "open folder", "file"}) {
+  for (const std::string planted : {"nothing", "own", "link", "open folder", "foreign", "file"}) {
     const TemporaryTree tree;
     fs::permissions(tree.Folder("victim"), fs::perms(0700));
     if (planted == "link") tree.Link(name, tree.Path("victim"));
     if (planted == "file") tree.Write(name, "");
-    if (planted == "own" || planted == "open folder")
-      fs::permissions(tree.Folder(name), fs::perms(planted == "own" ? 0700 : 0777));
+    if (planted == "own" || planted == "open folder" || planted == "foreign")
+      fs::permissions(tree.Folder(name), fs::perms(planted == "open folder" ? 0777 : 0700));
+    if (planted == "foreign" && ::chown(tree.Path(name).c_str(), 65534, 65534) != 0) continue;
     ::setenv("TMPDIR", tree.Path().c_str(), 1);
     const std::string folder = PrivateTemporaryFolder();
     ::unsetenv("TMPDIR");

@@ -2,6 +2,7 @@
 // The publisher's script, programs and cleanup in whole runs.
 #include <filesystem>
 
+#include "actions/SharedDetour.h"
 #include "session/SessionTest.h"
 
 namespace {
@@ -61,6 +62,38 @@ TEST_F(Actions, ProgramsAreHeardForAsLongAsTheySayWait) {
   Expect({.window = kMain, .press = "QuitBtn"});
   RunInVain();
   EXPECT_LT(fMachine.Ticks() - start, 5 * 60);
+}
+
+TEST_F(Actions, ABundleSurvivesTheSharedFolderWhateverStandsThere) {
+  EXPECT_TRUE(GoesThroughSharedFolder("/applications/Sub/Tool.APP/x"));
+  EXPECT_FALSE(GoesThroughSharedFolder("/Applications/Docs") || GoesThroughSharedFolder("/L/Applications/T.app"));
+  fTree.Write("Tool.app/Contents/Tool", "tool", 0755);
+  fTree.Write("kept/file", "kept");
+  const TemporaryTree::Contents bundle = fTree.Look("Tool.app");
+  const auto pass = [&](const std::string& why) {
+    TakeThroughSharedFolder(fTree.Path("Tool.app"));
+    EXPECT_EQ(fTree.Look("Tool.app"), bundle) << why;
+    EXPECT_EQ(fTree.Read("kept/file"), "kept") << why;
+  };
+  fTree.Write("shared", "");
+  pass("a file where the folder should be");
+  std::filesystem::remove(fTree.Path("shared"));
+  pass("a fresh folder");
+  fTree.Write("shared/Tool.app/stale", "");
+  fTree.Link("shared/Tool.app/link", fTree.Path("kept"));
+  pass("left by an earlier run");
+  fTree.Link("shared/Tool.app", fTree.Path("kept"));
+  pass("a planted link");
+  EXPECT_EQ(fTree.Look("shared"), TemporaryTree::Contents{});
+  std::filesystem::permissions(fTree.Path("shared"), std::filesystem::perms(0777));
+  pass("a folder in which everybody can rename");
+  EXPECT_LT(fMachine.Ticks(), 8 * 60) << "the way, two seconds long, was taken three times";
+  std::filesystem::permissions(fTree.Path("shared"), std::filesystem::perms(01777));
+  const SmallDisk disk(fTree.Path("shared"), 64);
+  if (!disk.Mounted()) return;
+  fTree.Write("Tool.app/Contents/large", std::string(300'000, 'x'));
+  TakeThroughSharedFolder(fTree.Path("Tool.app"));
+  EXPECT_EQ(fTree.Read("Tool.app/Contents/large").size(), 300'000U) << "no room for a second copy";
 }
 
 TEST_F(Actions, AMachineThatWontDoIsToldBothReasons) {

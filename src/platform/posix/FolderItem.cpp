@@ -97,6 +97,14 @@ bool FolderItem::IsVolume() const {
          info.st_dev != parent.st_dev;
 }
 
+bool FolderItem::IsOwn() const {
+  struct stat info {};
+  struct stat parent {};
+  return LinkStatus(fPath, info) && !S_ISLNK(info.st_mode) && info.st_uid == ::geteuid() &&
+         LinkStatus(Parent().fPath + "/.", parent) &&
+         ((parent.st_mode & (S_IWGRP | S_IWOTH)) == 0 || (parent.st_mode & S_ISVTX) != 0);
+}
+
 std::uint64_t FolderItem::Length() const {
   struct stat info {};
   if (::stat(fPath.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return 0;

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#include "actions/SharedDetour.h"
+
+#include "platform/FolderItem.h"
+#include "platform/Machine.h"
+#include "util/Clock.h"
+#include "util/Files.h"
+#include "util/Paths.h"
+#include "util/Strings.h"
+
+bool GoesThroughSharedFolder(const std::string& destination) {
+  return ViewConst::Pos("/Applications", destination) == 1 && ViewConst::Pos(".app", destination) > 0;
+}
+
+void TakeThroughSharedFolder(const std::string& bundle) {
+  const std::string shared = Machine::Current().SharedFolder();
+  ViewConst::ForceDirectories(shared, false);
+  if (!ViewConst::DirectoryExists(shared)) return;
+  const std::string temporary = shared + "/" + ViewConst::ExtractFileName(bundle);
+  ViewConst::DeleteFolderOrApp(temporary);
+  // What others could exchange on the way must not come back into the applications.
+  if (!ViewConst::CopyFolder(bundle, temporary) || !FolderItem(temporary).IsOwn()) {
+    ViewConst::DeleteFolderOrApp(temporary);
+    return;
+  }
+  ViewConst::DeleteFolderOrApp(bundle);
+  ViewConst::Sleep(1);
+  // A copy that fails here leaves the one under way as the only whole one.
+  if (ViewConst::CopyFolder(temporary, bundle)) ViewConst::DeleteFolderOrApp(temporary);
+  ViewConst::Sleep(1);
+}
