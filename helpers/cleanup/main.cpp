@@ -59,7 +59,7 @@ int main() {
   if (bundle.empty()) return 1;
   const std::string path = PathOfOrder(TakeOrder(bundle.substr(0, bundle.rfind('.')) + ".data"));
   if (!path.empty() && !InstallerHasEnded(path)) return 1;
-  const std::string objection = path.empty() ? "the order is unclear" : Objection(path, HomeFolders());
+  const std::string objection = path.empty() ? "the order is unclear" : Objection(path, KeptFolders());
   if (!objection.empty()) {
     std::fprintf(stderr, "cleanup: \"%s\" stays: %s\n", path.c_str(), objection.c_str());
     return 1;

@@ -23,6 +23,8 @@ class FolderItem {
   /// The path with every link and ".." resolved, as far as it exists. realpath(3)
   std::string ResolvedPath() const;
   /// The items of a folder as they are (links not followed), in the file system's order.
+  /// The absolute path with the links on the way resolved, but not one of the item's own name.
+  std::string Place() const;
   std::vector<FolderItem> Children() const;
 
   /// True also for a link that leads nowhere: the name is taken.

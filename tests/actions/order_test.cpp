@@ -3,9 +3,10 @@
 #include "cleanup/Order.h"
 
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
 
-#include <filesystem>
-
+#include "platform/posix/TreeDelete.h"
 #include "support/TemporaryTree.h"
 
 namespace {
@@ -19,19 +20,38 @@ TEST(CleanupOrder, NamesOneAbsolutePath) {
     EXPECT_EQ(PathOfOrder(order), "") << order;
 }
 
-TEST(CleanupOrder, SparesHomesTheRootAndDisks) {
+TEST(CleanupOrder, SparesTheRootDisksAndTheFoldersOfUsersAndTheSystem) {
   const TemporaryTree tree;
   tree.Write("users/me/file", "");
   tree.Write("users/other.app/file", "");
-  std::filesystem::create_directory_symlink(tree.Path("users"), tree.Path("link"));
-  const std::vector<std::string> homes{"/", "", tree.Path("users/me")};
-  EXPECT_EQ(Objection(tree.Path("users/other.app"), homes), "");
-  EXPECT_EQ(Objection(tree.Path("users/me/file"), homes), "");
-  EXPECT_EQ(Objection(tree.Path("link"), homes), "") << "the link itself goes, not what it leads to";
+  tree.Link("link", tree.Path("users"));
+  tree.Link("users/linked", tree.Path("users/other.app"));
+  tree.Link("users/my.app", tree.Path("users/me"));
+  const std::vector<std::string> kept{"/", "", tree.Path("users/me/"), tree.Path("users/linked")};
+  EXPECT_EQ(Objection(tree.Path("users/me/file"), kept), "");
+  EXPECT_EQ(Objection(tree.Path("link"), kept), "") << "the link itself goes, not what it leads to";
+  EXPECT_EQ(Objection(tree.Path("users/my.app"), kept), "");
   for (const std::string& path :
-       {tree.Path("users/me"), tree.Path("users"), tree.Path("link/me"), tree.Path("missing"),
-        std::string("/"), std::string(), std::string("/proc")})
-    EXPECT_NE(Objection(path, homes), "") << path;
+       {tree.Path("users/me"), tree.Path("users"), tree.Path("link/me"), tree.Path("users/linked"),
+        tree.Path("users/other.app"), tree.Path("missing"), std::string("/"), std::string(),
+        std::string("/proc"), std::string("/usr"), std::string("/usr/share"), std::string("/opt")})
+    EXPECT_NE(Objection(path, kept), "") << path;
+  const std::vector<std::string> machine = KeptFolders();
+  EXPECT_NE(Objection("/root", machine), "");
+  EXPECT_NE(Objection("/tmp", machine), "");
+}
+
+TEST(CleanupOrder, WhatIsMountedStaysWhereverItLies) {
+  const TemporaryTree tree;
+  tree.Write("elsewhere/kept", "kept");
+  tree.Folder("Setup/mounted");
+  if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+      ::mount(tree.Path("elsewhere").c_str(), tree.Path("Setup/mounted").c_str(), nullptr, MS_BIND, nullptr) != 0)
+    GTEST_SKIP() << "no right to mount";
+  EXPECT_NE(Objection(tree.Path("Setup/mounted"), {}), "");
+  EXPECT_FALSE(DeleteTreeAt(tree.Path("Setup"), [] {}));
+  EXPECT_EQ(tree.Read("elsewhere/kept"), "kept") << "on the same device, but not in the tree";
+  ::umount(tree.Path("Setup/mounted").c_str());
 }
 
 }  // namespace

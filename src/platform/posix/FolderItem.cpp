@@ -14,6 +14,7 @@
 #include "platform/Machine.h"
 #include "platform/posix/FileCopy.h"
 #include "platform/posix/HiddenList.h"
+#include "platform/posix/MountPoint.h"
 #include "platform/posix/TreeDelete.h"
 
 namespace {
@@ -63,6 +64,10 @@ std::string FolderItem::ResolvedPath() const {
   return error ? fPath : resolved.string();
 }
 
+std::string FolderItem::Place() const {
+  return FolderItem(Parent().ResolvedPath()).Child(Name()).NativePath();
+}
+
 std::vector<FolderItem> FolderItem::Children() const {
   std::vector<FolderItem> children;
   DIR* list = ::opendir(fPath.c_str());
@@ -91,10 +96,7 @@ bool FolderItem::Alias() const {
 }
 
 bool FolderItem::IsVolume() const {
-  struct stat info {};
-  struct stat parent {};
-  return LinkStatus(fPath, info) && S_ISDIR(info.st_mode) && LinkStatus(Parent().fPath + "/.", parent) &&
-         info.st_dev != parent.st_dev;
+  return IsMountPoint(AT_FDCWD, fPath.c_str());
 }
 
 bool FolderItem::IsOwn() const {
@@ -160,12 +162,12 @@ bool FolderItem::DeleteTree() const {
 }
 
 bool FolderItem::SetPermissions(unsigned mode) const {
-  return ::fchmodat(AT_FDCWD, fPath.c_str(), mode & 0777U, AT_SYMLINK_NOFOLLOW) == 0;
+  return ::fchmodat(AT_FDCWD, fPath.c_str(), mode & 07777U, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
 unsigned FolderItem::Permissions() const {
   struct stat info {};
-  return LinkStatus(fPath, info) ? info.st_mode & 0777U : 0;
+  return LinkStatus(fPath, info) ? info.st_mode & 07777U : 0;
 }
 
 bool FolderItem::Launch(bool /*activate*/) const {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/posix/Descriptor.h"
+#include "platform/posix/MountPoint.h"
 
 namespace {
 
@@ -31,7 +32,6 @@ class TreeWalk {
   bool Delete(int parent, const std::string& name) {
     if (!IsFolder(parent, name)) return ::unlinkat(parent, name.c_str(), 0) == 0;
     if (!Enter(parent, name)) return false;
-    fDevice = fLevels.front().device;
     while (!fLevels.empty()) {
       if (fLevels.back().folders.empty()) {
         if (!Leave(parent)) return false;
@@ -50,8 +50,9 @@ class TreeWalk {
     return ::fstatat(parent, name.c_str(), &info, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(info.st_mode);
   }
 
-  /// Opens a folder, empties it of everything but folders, and notes those.
+  /// Opens a folder, empties it of everything but folders, and notes those. What is mounted stays.
   bool Enter(int parent, const std::string& name) {
+    if (IsMountPoint(parent, name.c_str())) return false;
     Descriptor folder(::openat(parent, name.c_str(), kFolderFlags));
     if (!folder && errno == EACCES) {
       // The owner's own lack of permission; fchmodat doesn't follow a link put in its place.
@@ -60,7 +61,6 @@ class TreeWalk {
     }
     struct stat info {};
     if (!folder || ::fstat(folder.Get(), &info) != 0) return false;
-    if (!fLevels.empty() && info.st_dev != fDevice) return false;
     if ((info.st_mode & kOwnerAll) != kOwnerAll) {
       if (::fchmod(folder.Get(), info.st_mode | kOwnerAll) != 0) fComplete = false;
     }
@@ -120,7 +120,6 @@ class TreeWalk {
   const std::function<void()>& fTick;
   std::vector<Level> fLevels;
   Descriptor fFolder;
-  dev_t fDevice = 0;
   unsigned fCount = 0;
   bool fComplete = true;
 };
