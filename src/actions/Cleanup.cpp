@@ -47,7 +47,12 @@ void TessarineStubWindow::Cleanup() {
     MessageBox("PostInstallCleanup Extraction Failed 2.");
     return;
   }
-  ViewConst::DataFileWrite(stem + ".data", Order(fCleanup, bundle));
+  // Half an order would name another folder, further up.
+  const std::string order = Order(fCleanup, bundle);
+  std::string written;
+  ViewConst::DataFileWrite(stem + ".data", order);
+  ViewConst::DataFileRead(stem + ".data", written);
+  if (written != order) return;
   if (const std::optional<FolderItem> program = GlobalsKv::MyGetFolderItem(stem + ".app"))
     program->Launch(true);
 }

@@ -45,6 +45,8 @@ void Copy(const Action& action, const std::string& source) {
   }
   const std::string folder = ViewConst::MyExtractFilePath(destination);
   if (!folder.empty() && !DirectoryExists(folder)) MakeFolders(folder);
+  // A copy onto itself would begin with the loss of the only one.
+  if (FolderItem(source).Place() == FolderItem(destination).Place()) return;
   if (FileExists(destination)) ViewConst::DeleteFile(destination);
   if (!DirectoryExists(source)) {
     if (!ViewConst::CopyFile(source, destination)) Complain("File Copy Failed: " + name);

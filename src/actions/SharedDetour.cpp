@@ -16,10 +16,13 @@ void TakeThroughSharedFolder(const std::string& bundle) {
   const std::string shared = Machine::Current().SharedFolder();
   ViewConst::ForceDirectories(shared, false);
   if (!ViewConst::DirectoryExists(shared)) return;
-  const std::string temporary = shared + "/" + ViewConst::ExtractFileName(bundle);
+  const FolderItem onTheWay = FolderItem(shared).Child(FolderItem(bundle).Name());
+  const std::string temporary = onTheWay.NativePath();
+  if (temporary == shared) return;
   ViewConst::DeleteFolderOrApp(temporary);
   // What others could exchange on the way must not come back into the applications.
-  if (!ViewConst::CopyFolder(bundle, temporary) || !FolderItem(temporary).IsOwn()) {
+  if (!onTheWay.CreateAsFolder()) return;
+  if (!onTheWay.IsOwn() || !ViewConst::CopyFolder(bundle, temporary)) {
     ViewConst::DeleteFolderOrApp(temporary);
     return;
   }

@@ -27,15 +27,10 @@ bool IsWithin(const std::string& path, const std::string& folder) {
   return (path + "/").starts_with(folder + "/");
 }
 
-/// Where a copy at `target` will really stand: links on the way resolved, one of its own name not.
-std::string PlaceOf(const FolderItem& target) {
-  return FolderItem(target.Parent().ResolvedPath()).Child(target.Name()).NativePath();
-}
-
 /// A copy that would put a folder into itself, or delete its own source first.
 bool EatsItself(const FolderItem& source, const FolderItem& target) {
-  const std::string place = PlaceOf(target);
-  return IsWithin(source.ResolvedPath(), place) || IsWithin(PlaceOf(source), place) ||
+  const std::string place = target.Place();
+  return IsWithin(source.ResolvedPath(), place) || IsWithin(source.Place(), place) ||
          IsWithin(place, source.ResolvedPath());
 }
 
@@ -110,7 +105,7 @@ bool CopyFolder(const std::string& source, const std::string& target) {
   if (!from->Directory()) return from->Exists();
   if (IsWithin(to->ResolvedPath(), from->ResolvedPath())) return false;
   // A link to a folder gives way: what is copied stays where its name says.
-  if (to->Alias()) static_cast<void>(to->Delete());
+  if (to->Alias() && !to->Delete()) return false;
   bool complete = to->Directory() || to->CreateAsFolder();
   const std::string folder = MyAbsolutePath(to);
   for (const FolderItem& child : from->Children()) {

@@ -14,7 +14,7 @@ constexpr unsigned kFileForAll = 0666;
 void Give(const std::optional<FolderItem>& item, unsigned folderMode, unsigned fileMode) {
   if (!item || item->Alias()) return;
   // As with every access change, a refusal is no news: what needs the access will tell.
-  static_cast<void>(item->SetPermissions(item->Directory() ? folderMode : fileMode));
+  static_cast<void>(item->SetPermissions(item->Permissions() | (item->Directory() ? folderMode : fileMode)));
 }
 
 }  // namespace

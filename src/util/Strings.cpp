@@ -123,7 +123,7 @@ std::string FillString(std::string_view ch, std::int64_t count) {
   return std::string(static_cast<std::size_t>(count), ch.front());
 }
 
-void HexToBytes(const char* digits, std::uint8_t* bytes, std::size_t count) {
+void MemoryBlockHexToByte(const char* digits, std::uint8_t* bytes, std::size_t count) {
   for (std::size_t i = 0; i < count; ++i)
     bytes[i] =
         static_cast<std::uint8_t>(16 * HexDigitValue(digits[2 * i]) + HexDigitValue(digits[2 * i + 1]));
@@ -132,7 +132,7 @@ void HexToBytes(const char* digits, std::uint8_t* bytes, std::size_t count) {
 std::string UnicodeFromHex(std::string_view text, bool decode) {
   if (!decode || text.empty()) return std::string(text);
   std::string units(text.size() / 2, '\0');
-  HexToBytes(text.data(), reinterpret_cast<std::uint8_t*>(units.data()), units.size());
+  MemoryBlockHexToByte(text.data(), reinterpret_cast<std::uint8_t*>(units.data()), units.size());
   return Utf16LittleEndianToUtf8(units);
 }
 

@@ -56,7 +56,7 @@ constexpr std::uint8_t HexDigitValue(char digit) {
 }
 
 /// `count` bytes from 2 * `count` digits, each cut to a byte.
-void HexToBytes(const char* digits, std::uint8_t* bytes, std::size_t count);
+void MemoryBlockHexToByte(const char* digits, std::uint8_t* bytes, std::size_t count);
 
 /// A line end that LineEndingEncoding replaces. Nothing sets it, so that texts stay as they are.
 extern std::string gCR;

@@ -22,8 +22,22 @@ TEST(Process, ExitCodesOfCommands) {
       {"read line", 1},
       {"head -c 3000000 /dev/zero; head -c 3000000 /dev/zero >&2; exit 5", 5},
   };
-  for (const auto& [line, code] : rows)
-    EXPECT_EQ(RunShellLine(line, tree.Path(), [] { ::usleep(1000); }), code) << line;
+  const auto wait = [] { ::usleep(1000); };
+  for (const auto& [line, code] : rows) EXPECT_EQ(RunShellLine(line, tree.Path(), wait), code) << line;
+  const std::string longest = "# " + std::string(300'000, 'x') + "\nexit 7";
+  EXPECT_EQ(RunShellLine(longest, tree.Path(), wait), 7) << "longer than a word may be";
+  EXPECT_EQ(RunShellLine("-n x; exit 8", tree.Path(), wait), 8) << "no option of the shell's";
+}
+
+TEST(Process, ToolsAreFoundWhateverTheirFolderIsCalled) {
+  const TemporaryTree tree;
+  TestMachine machine(tree);
+  machine.fPump = [] { ::usleep(1000); };
+  tree.Write("Setup: 1.0/it's/ditto", "#!/bin/sh\nexit 42\n", 0755);
+  machine.fExecutable = tree.Path("Setup: 1.0/it's/TessarineStub");
+  Shell shell;
+  shell.Execute("cd / && ditto");
+  EXPECT_EQ(shell.ErrorCode(), 42);
 }
 
 TEST(Process, ShellPathsAreOneWordWhateverTheyHold) {

@@ -30,7 +30,7 @@ TEST_F(Actions, TheScriptRunsEntryByEntryPastItsFailures) {
                           saved + "}|content=[" + path + "/nowhere]" + path +
                           "/y|createfolder=UserAccount/made/it|delete=" + path +
                           "/Applications/Demo/content|Tool.app=" + path +
-                          "/Tool.app|shell=head -c 300000 /dev/zero; echo done > '" + path +
+                          "/Tool.app|Tool.app=" + path + "/Applications/Demo/Tool.app|shell=head -c 300000 /dev/zero; echo done > '" + path +
                           "/shell'|shellfile=run|allusersfullaccess=" + path + "/shell|shell=";
   ExpectInstallPressed();
   for (const char* message : {"Missing File: missing", "Contact Publisher", "Contact Publisher"})

@@ -17,7 +17,7 @@ trap finish EXIT
 hostile=$'-n it\'s "$(touch planted)" `touch planted` & *'
 export HOME="$work/home" TMPDIR="$work" XDG_RUNTIME_DIR="$work"
 export ASAN_OPTIONS=detect_leaks=0
-media="$work/media/$hostile"$'\n -f'
+media="$work/media/Disk: 1/$hostile"$'\n -f'
 mkdir -p "$HOME/Applications" "$media" "$work/victim" "$work/payload/Tool.app/Contents/MacOS"
 echo precious > "$work/victim/kept"
 cd "$media"

@@ -86,7 +86,7 @@ echo "walk: cancelled at the folder"
 start_install
 press Escape
 await_end "$installer"
-[ -z "$(ls -A "$work/chosen")" ] || die "a declined install wrote something"
+[ -z "$(ls -A "$work/chosen")" ] && [ ! -e "$HOME/Applications" ] || die "a declined install wrote something"
 
 echo "walk: installed"
 start_install

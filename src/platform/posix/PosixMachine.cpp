@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/PosixMachine.h"
 
+#include <sys/stat.h>
 #include <sys/sysinfo.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <climits>
 
@@ -40,13 +42,24 @@ std::string PosixMachine::TemporaryFolder() {
 }
 
 std::string PosixMachine::SystemParentFolder() {
-  return ApplicationsParent();
+  const std::string parent = ApplicationsParent();
+  const std::string folder = FolderItem(parent).Child("Applications").NativePath();
+  // A home that can't take it shows itself when the install writes there.
+  if (::mkdir(folder.c_str(), 0777) == 0) fMadeApplications = folder;
+  return parent;
+}
+
+PosixMachine::~PosixMachine() {
+  if (!fMadeApplications.empty()) ::rmdir(fMadeApplications.c_str());
+  if (!fToolLink.empty()) ::unlink(fToolLink.c_str());
 }
 
 bool PosixMachine::InstalledMemory(std::int64_t& megabytes) {
   struct sysinfo info {};
   if (::sysinfo(&info) != 0) return false;
-  megabytes = static_cast<std::int64_t>(std::uint64_t{info.totalram} * info.mem_unit / 1'000'000);
+  // What the kernel keeps for itself is installed as well.
+  const std::uint64_t bytes = std::max(std::uint64_t{info.totalram} * info.mem_unit, OnlineMemory());
+  megabytes = static_cast<std::int64_t>(bytes / 1'000'000);
   return true;
 }
 
@@ -60,7 +73,17 @@ bool PosixMachine::SystemVersion(std::int64_t& major, std::int64_t& minor) {
 }
 
 int PosixMachine::Execute(const std::string& command) {
-  return RunShellLine(command, HelperFolder(), [this] { DoEvents(5); });
+  std::string tools = HelperFolder();
+  if (tools.find(':') != std::string::npos) {
+    // A search path can't hold that name, so a link of another one leads there.
+    if (fToolLink.empty()) {
+      fToolLink = TemporaryFolder() + "/Programs-" + std::to_string(::getpid());
+      static_cast<void>(::unlink(fToolLink.c_str()));
+      static_cast<void>(::symlink(tools.c_str(), fToolLink.c_str()));
+    }
+    tools = fToolLink;
+  }
+  return RunShellLine(command, tools, [this] { DoEvents(5); });
 }
 
 bool PosixMachine::Launch(const FolderItem& item) {

@@ -8,11 +8,18 @@
 
 class PosixMachine : public Machine {
  public:
+  PosixMachine() = default;
+  ~PosixMachine() override;
+  PosixMachine(const PosixMachine&) = delete;
+  PosixMachine& operator=(const PosixMachine&) = delete;
+
   std::int64_t Ticks() override;
   std::string ExecutableFile() override;
   std::string HomeFolder() override;
   std::string DesktopFolder() override;
   std::string TemporaryFolder() override;
+  /// Its "Applications" is made when first asked for. If nothing has come into it by the end of the run, it
+  /// goes again.
   std::string SystemParentFolder() override;
   std::string StartupVolumeName() override { return "System"; }
   std::string SharedFolder() override { return "/Users/Shared"; }
@@ -35,5 +42,7 @@ class PosixMachine : public Machine {
  private:
   std::map<std::string, std::shared_ptr<Expansion>> fExpansions;  // by the archive's path
   std::string fTemporaryFolder;
+  std::string fMadeApplications;
+  std::string fToolLink;
   std::string fClipboard;
 };

@@ -6,6 +6,7 @@
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -16,6 +17,8 @@
 #include "platform/posix/Descriptor.h"
 
 namespace {
+
+constexpr std::size_t kLongestWord = 100'000;  // Linux: 128 KiB with the closing NUL
 
 /// Where a new process's three standard streams go, and how it starts.
 class SpawnSetup {
@@ -68,13 +71,23 @@ std::vector<std::string> EnvironmentWithTools(const std::string& folder) {
   std::vector<std::string> variables;
   std::string path = "/usr/local/bin:/usr/bin:/bin";
   for (char** variable = environ; *variable != nullptr; ++variable) {
-    if (std::strncmp(*variable, "PATH=", 5) == 0)
-      path = *variable + 5;
-    else
+    if (std::strncmp(*variable, "PATH=", 5) != 0)
       variables.emplace_back(*variable);
+    else if ((*variable)[5] != '\0')  // an empty element is the working folder
+      path = *variable + 5;
   }
   variables.push_back("PATH=" + folder + ":" + path);
   return variables;
+}
+
+bool WriteAll(int file, std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t wrote = ::write(file, text.data(), text.size());
+    if (wrote < 0 && errno == EINTR) continue;
+    if (wrote <= 0) return false;
+    text.remove_prefix(static_cast<std::size_t>(wrote));
+  }
+  return true;
 }
 
 int ExitCode(int status) {
@@ -104,7 +117,15 @@ int RunShellLine(const std::string& line, const std::string& toolFolder, const s
   std::vector<char*> environment;
   for (std::string& variable : variables) environment.push_back(variable.data());
   environment.push_back(nullptr);
-  const pid_t id = setup.Start("/bin/sh", {"-c", line}, environment.data());
+  std::vector<std::string> words{"-c", "--", line};
+  // The system takes no longer word; as a file a line of any length is the shell's.
+  Descriptor file;
+  if (line.size() >= kLongestWord) {
+    file = Descriptor(::memfd_create("line", 0));
+    if (!file || !WriteAll(file.Get(), line)) return 127;
+    words = {"/proc/self/fd/" + std::to_string(file.Get())};
+  }
+  const pid_t id = setup.Start("/bin/sh", words, environment.data());
   if (id <= 0) return 127;
   int status = 0;
   while (true) {
@@ -131,13 +152,7 @@ void StartWithText(const std::string& program, const std::string& text) {
   setup.Silence(STDERR_FILENO);
   if (setup.Start(program, {}, environ) <= 0) return;
   outputWrite = Descriptor();
-  std::size_t done = 0;
-  while (done < text.size()) {
-    const ssize_t wrote = ::write(inputWrite.Get(), text.data() + done, text.size() - done);
-    if (wrote < 0 && errno == EINTR) continue;
-    if (wrote <= 0) break;
-    done += static_cast<std::size_t>(wrote);
-  }
+  if (!WriteAll(inputWrite.Get(), text)) return;
   inputWrite = Descriptor();
   pollfd answer{outputRead.Get(), POLLIN, 0};
   static_cast<void>(::poll(&answer, 1, kLongestWait));  // without an answer there is nothing more to do

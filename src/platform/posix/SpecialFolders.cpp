@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <charconv>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -83,10 +84,21 @@ std::string PrivateTemporaryFolder() {
 std::string ApplicationsParent() {
   struct stat info {};
   if (::stat("/Applications", &info) == 0 && S_ISDIR(info.st_mode)) return "/";
-  const std::string home = UserHomeFolder();
-  // Made when first asked for; a home that can't take it shows itself when the install writes there.
-  static_cast<void>(::mkdir((home + "/Applications").c_str(), 0777));
-  return home;
+  return UserHomeFolder();
+}
+
+std::uint64_t OnlineMemory() {
+  const std::string root = "/sys/devices/system/memory/";
+  const std::string size = FileText(root + "block_size_bytes");
+  std::uint64_t block = 0;
+  std::from_chars(size.data(), size.data() + size.size(), block, 16);
+  std::uint64_t online = 0;
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator(root, error))
+    if (entry.path().filename().string().starts_with("memory") &&
+        FileText(entry.path().string() + "/state").starts_with("online"))
+      ++online;
+  return online * block;
 }
 
 bool ParseSystemVersion(const std::string& release, long long& major, long long& minor) {
@@ -100,5 +112,6 @@ bool ParseSystemVersion(const std::string& release, long long& major, long long&
 }
 
 bool ReadSystemVersion(long long& major, long long& minor) {
-  return ParseSystemVersion(FileText("/etc/os-release"), major, minor);
+  const std::string own = FileText("/etc/os-release");
+  return ParseSystemVersion(own.empty() ? FileText("/usr/lib/os-release") : own, major, minor);
 }

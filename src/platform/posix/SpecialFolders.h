@@ -2,6 +2,7 @@
 // Where things are on this machine.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 /// $HOME, else the user database's entry.
@@ -14,10 +15,13 @@ std::string UserDesktopFolder();
 /// that name, a fresh folder of a random name for this run. Empty when none can be made.
 std::string PrivateTemporaryFolder();
 
-/// "/" when /Applications is a folder, else the home folder, where "Applications" is made.
+/// "/" when /Applications is a folder, else the home folder.
 std::string ApplicationsParent();
 
-/// The two numbers at the start of VERSION_ID in /etc/os-release; a single number has minor 0.
+/// Bytes of the memory blocks that are online, by /sys/devices/system/memory; 0 where it doesn't tell.
+std::uint64_t OnlineMemory();
+
+/// The two numbers at the start of VERSION_ID in os-release(5); a single number has minor 0.
 bool ReadSystemVersion(long long& major, long long& minor);
 
 /// VERSION_ID of the text of an os-release file; false without one that begins with a number.
