@@ -51,7 +51,7 @@ class ByteSink {
       text.remove_prefix(1);
     }
     const std::size_t pairs = text.size() / 2;
-    ViewConst::HexToBytes(text.data(), fBytes.data() + fCount, pairs);
+    ViewConst::MemoryBlockHexToByte(text.data(), fBytes.data() + fCount, pairs);
     fCount += pairs;
     if (text.size() % 2 == 1) PutDigit(ViewConst::HexDigitValue(text.back()));
     return true;

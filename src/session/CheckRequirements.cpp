@@ -12,7 +12,7 @@ bool TessarineStubWindow::CheckMinOSorRAM() {
   std::int64_t megabytes = 0;
   std::int64_t major = 0;
   std::int64_t minor = 0;
-  Machine::Current().InstalledMemory(megabytes);
+  if (!fMinRAM.empty()) Machine::Current().InstalledMemory(megabytes);
   Machine::Current().SystemVersion(major, minor);
   bool met = true;
   for (const std::string& complaint :

@@ -28,6 +28,7 @@ class Workshop : public ::testing::Test, public TemporaryTree {
     Folder("out");
     Write("runtime/TessarineStub", "the runtime", 0755);
     Write("runtime/ditto", "the expander");
+    Write("runtime/TessarineClipboard", "the keeper");
     Write("payload/Read Me.txt", "Hello.\n");
   }
 

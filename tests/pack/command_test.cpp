@@ -47,6 +47,7 @@ TEST_F(Command, AFullDiskLeavesNothing) {
 
 TEST_F(Command, TheDemoIsPacked) {
   fs::copy(DEMO_FOLDER, Path("demo"), fs::copy_options::recursive);
+  Write("runtime/PostInstallCleanup", "the cleaner");
   ASSERT_EQ(0, Run("demo/make-payload build/demo/payload")) << Read("said");
   ASSERT_EQ(0, Run("demo/make-payload build/demo/payload")) << "a second run replaces the first";
   for (const char* name : {"lantern", "lantern-applications"})

@@ -82,14 +82,11 @@ class Builder {
   fs::path Programs() const { return Bundle() / "Contents" / "MacOS"; }
 
   void AddRuntime() {
-    for (const char* name : {kRuntime, kExpander}) {
+    for (const char* name : {kRuntime, kExpander, kClipboardKeeper}) {
       if (!fs::exists(fRuntime / name))
         throw Refusal("The runtime's folder", "holds no " + std::string(name) + ": " + fRuntime.string());
       fs::copy_file(fRuntime / name, Programs() / name);
     }
-    // Without it a text on the clipboard goes with the installer.
-    if (fs::exists(fRuntime / kClipboardKeeper))
-      fs::copy_file(fRuntime / kClipboardKeeper, Programs() / kClipboardKeeper);
   }
 
   void AddProgram(const std::string& field, const Program& program) {

@@ -1,8 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Dialogs.h"
 
+#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <algorithm>
 
 #include "platform/Machine.h"
 #include "platform/qt/NativeWindow.h"
@@ -21,16 +27,56 @@ QString FrontTitle() {
   return front == nullptr ? QString() : front->windowTitle();
 }
 
+void NameMessage(QDialog& dialog, QPushButton& ok) {
+  dialog.setObjectName("MessageBox");
+  ok.setObjectName("OKBtn");
+  ok.setIcon(QIcon());
+}
+
+/// A box as large as its text would leave the screen, or cut the text off.
+bool IsLong(const QString& text) {
+  constexpr qsizetype kMostCharacters = 600, kMostLines = 15, kLongestWord = 60;
+  if (text.size() > kMostCharacters || text.count('\n') >= kMostLines) return true;
+  qsizetype word = 0;
+  return std::any_of(text.begin(), text.end(), [&](QChar character) {
+    word = character.isSpace() ? 0 : word + 1;
+    return word > kLongestWord;
+  });
+}
+
+void ShowScrolled(const QString& text) {
+  constexpr int kWidth = 480;
+  QDialog dialog(Front());
+  dialog.setWindowTitle(FrontTitle());
+  auto* area = new QPlainTextEdit(text);
+  area->setReadOnly(true);
+  area->setTabChangesFocus(true);
+  area->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  area->setAccessibleName(text);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
+  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+  auto* rows = new QVBoxLayout(&dialog);
+  rows->addWidget(area);
+  rows->addWidget(buttons);
+  NameMessage(dialog, *buttons->button(QDialogButtonBox::Ok));
+  buttons->button(QDialogButtonBox::Ok)->setFocus();
+  dialog.resize(kWidth, dialog.screen()->availableSize().height() / 2);
+  dialog.exec();
+}
+
 }  // namespace
 
 void MessageBox(const std::string& text) {
   // What was typed before the message could be seen is no answer to it.
   Machine::Current().DoEvents(0);
-  QMessageBox box(QMessageBox::NoIcon, FrontTitle(), QString::fromStdString(text), QMessageBox::Ok, Front());
-  box.setObjectName("MessageBox");
+  const QString shown = QString::fromStdString(text);
+  if (IsLong(shown)) {
+    ShowScrolled(shown);
+    return;
+  }
+  QMessageBox box(QMessageBox::NoIcon, FrontTitle(), shown, QMessageBox::Ok, Front());
   box.setTextFormat(Qt::PlainText);
-  box.button(QMessageBox::Ok)->setObjectName("OKBtn");
-  box.button(QMessageBox::Ok)->setIcon(QIcon());
+  NameMessage(box, *static_cast<QPushButton*>(box.button(QMessageBox::Ok)));
   box.exec();
 }
 

@@ -76,14 +76,18 @@ void NativeLabel::Fit() {
       return;
     }
   }
-  // Too much even so: as many characters as go in, and the whole of it as tool tip.
+  // Too much even so: as many characters as go in, and the whole of it as tool tip. Of a path both ends
+  // tell something.
+  const bool isPath = fShown.startsWith('/');
+  const auto cut = [this, isPath](qsizetype length) {
+    return isPath ? fShown.left(length / 2) + "…" + fShown.right(length - length / 2) : fShown.left(length) + "…";
+  };
   qsizetype fitting = 0;
   for (qsizetype step = fShown.size(); step > 0; step /= 2) {
-    while (fitting + step <= fShown.size() && Fits(fShown.left(fitting + step) + "…", fShownFont))
-      fitting += step;
+    while (fitting + step <= fShown.size() && Fits(cut(fitting + step), fShownFont)) fitting += step;
   }
   setToolTip(QStringLiteral("<qt>%1</qt>").arg(fText.left(kLongestText).toHtmlEscaped()));
-  fShown = fShown.left(fitting) + "…";
+  fShown = cut(fitting);
 }
 
 void NativeLabel::paintEvent(QPaintEvent* /*event*/) {
