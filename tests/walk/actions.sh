@@ -116,6 +116,7 @@ diff -r --no-dereference "$work/payload/Tool.app" "$work/copied/" || die "the co
 
 echo "actions: the installer's text outlives it, and its folder goes"
 [ "$(xclip -o -selection clipboard)" = "$media/after" ] || die "the clipboard lost its text"
+[ -z "$(find /proc/[0-9]*/exe -lname "$media/*" 2>/dev/null)" ] || die "a program keeps the medium busy"
 for _ in $(seq 100); do
   [ -e "$media" ] || break
   sleep 0.1
