@@ -177,6 +177,9 @@ TextArea::TextArea(Window& window, std::string name, const Rect& place, Lock loc
   auto& area = As<QPlainTextEdit>(Native());
   area.setReadOnly(true);
   area.setTabChangesFocus(true);
+  // All of it stands between the edges; a blank that ends a full line needs no bar.
+  area.setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  area.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   area.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   if (style == Framed) return;
   area.setFrameShape(QFrame::NoFrame);

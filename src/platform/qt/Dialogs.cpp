@@ -3,6 +3,7 @@
 
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -69,6 +70,7 @@ void ShowScrolled(const QString& text) {
 void MessageBox(const std::string& text) {
   // What was typed before the message could be seen is no answer to it.
   Machine::Current().DoEvents(0);
+  constexpr int kSmallestWidth = 260;
   const QString shown = QString::fromStdString(text);
   if (IsLong(shown)) {
     ShowScrolled(shown);
@@ -76,6 +78,8 @@ void MessageBox(const std::string& text) {
   }
   QMessageBox box(QMessageBox::NoIcon, FrontTitle(), shown, QMessageBox::Ok, Front());
   box.setTextFormat(Qt::PlainText);
+  // Wide enough for the title too.
+  if (auto* label = box.findChild<QLabel*>("qt_msgbox_label")) label->setMinimumWidth(kSmallestWidth);
   NameMessage(box, *static_cast<QPushButton*>(box.button(QMessageBox::Ok)));
   box.exec();
 }
