@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The publisher's script, programs and cleanup in whole runs.
+#include <QPlainTextEdit>
+#include <QScreen>
+#include <QScrollBar>
 #include <filesystem>
 
 #include "actions/SharedDetour.h"
@@ -94,6 +97,21 @@ TEST_F(Actions, ABundleSurvivesTheSharedFolderWhateverStandsThere) {
   fTree.Write("Tool.app/Contents/large", std::string(300'000, 'x'));
   TakeThroughSharedFolder(fTree.Path("Tool.app"));
   EXPECT_EQ(fTree.Read("Tool.app/Contents/large").size(), 300'000U) << "no room for a second copy";
+}
+
+TEST_F(Actions, AProgramsLongMessageCanBeReadOnAnyScreen) {
+  std::string text = std::string(3000, 'W');
+  for (int line = 0; line < 100; ++line) text += "\n" + std::to_string(line);
+  fPackage.data[8] = "Before";
+  fTree.Write("media/Setup.app/Contents/Resources/Before", "", 0755);
+  fMachine.fProgram = [&](std::int64_t) { return "TessarineAbort:" + text; };
+  Expect({.window = "MessageBox", .press = "OKBtn", .look = [&](QWidget& window) {
+            const auto& area = Find<QPlainTextEdit>(window, "");
+            EXPECT_EQ(area.toPlainText().toStdString(), text);
+            EXPECT_FALSE(area.horizontalScrollBar()->maximum() > 0);
+            EXPECT_LT(window.frameGeometry().height(), window.screen()->availableSize().height());
+          }});
+  RunInVain();
 }
 
 TEST_F(Actions, AMachineThatWontDoIsToldBothReasons) {
