@@ -1,17 +1,35 @@
 // SPDX-License-Identifier: MIT
 // The installer: one run is one install.
+#include <unistd.h>
+
 #include <csignal>
+#include <cstdio>
+#include <memory>
 
 #include "platform/qt/QtMachine.h"
 #include "session/App.h"
+
+namespace {
+
+/// Programs before and after the install answer over the clipboard.
+bool HasPrograms() {
+  const std::optional<InstallerRecord> record = ReadRecord();
+  return record && !(record->fExecuteBeforeName.empty() && record->fExecuteAfterName.empty());
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   // A helper or program that ends while it is written to must not end the install.
   std::signal(SIGPIPE, SIG_IGN);
   // Started by a program that ignores its children's ends, this one would never learn how its own ended.
   std::signal(SIGCHLD, SIG_DFL);
-  Application application(argc, argv);
-  QtMachine machine;
-  Machine::Install(&machine);
-  return App(application).Run();
+  auto machine = std::make_unique<QtMachine>();
+  Machine::Install(machine.get());
+  Application application(argc, argv, HasPrograms);
+  const int status = App(application).Run();
+  machine.reset();
+  std::fflush(nullptr);
+  // The toolkit's Wayland client, taken down, can wait for its own thread for ever.
+  ::_exit(status);
 }

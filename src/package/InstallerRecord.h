@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,6 +56,10 @@ struct InstallerRecord {
 /// `data` is the unscrambled content of Data, in Mac Roman; `textData` that of TextData, in UTF-8.
 /// There is no malformed record: what isn't there is empty, and what is too much is passed over.
 InstallerRecord ParseRecord(std::string_view data, std::string_view textData);
+
+/// From the files Data and TextData of the running bundle's Contents/Resources; none without a Data file
+/// that has content.
+std::optional<InstallerRecord> ReadRecord();
 
 /// A note as the record stores it: "|" for line ends, or behind "$HTML$" hexadecimal UTF-16.
 std::string DecodeNote(std::string_view field);

@@ -16,18 +16,23 @@ std::string FileBytes(const FolderItem& item) {
 
 }  // namespace
 
-bool TessarineStubWindow::ReadData() {
+std::optional<InstallerRecord> ReadRecord() {
   const std::string executable = Machine::Current().ExecutableFile();
   const FolderItem bundle(ViewConst::BundleOf(executable));
   const FolderItem resources = bundle.Child("Contents").Child("Resources");
   std::string data = FileBytes(resources.Child("Data"));
-  if (data.empty()) return false;
+  if (data.empty()) return std::nullopt;
   std::string textData = FileBytes(resources.Child("TextData"));
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   if (textData.starts_with(kByteOrderMark)) textData.erase(0, kByteOrderMark.size());
   DecryptStr(data);
-  static_cast<InstallerRecord&>(*this) = ParseRecord(data, RepairUtf8(textData));
-  return true;
+  return ParseRecord(data, RepairUtf8(textData));
+}
+
+bool TessarineStubWindow::ReadData() {
+  std::optional<InstallerRecord> record = ReadRecord();
+  if (record) static_cast<InstallerRecord&>(*this) = std::move(*record);
+  return record.has_value();
 }
 
 std::string TessarineStubWindow::ReadPlainOrHtmlText(const std::string& text) {

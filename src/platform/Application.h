@@ -11,7 +11,9 @@ class Application {
  public:
   /// Connects to the display. Where there is none, says so in one sentence on the error output and
   /// ends the process with status 0. `argc` and `argv` must outlive the object.
-  Application(int& argc, char** argv);
+  /// On a desktop that has Wayland and X11, Wayland is taken unless `sharesClipboard`, which is asked only
+  /// then, says that the run needs the clipboard also while another window is in front.
+  Application(int& argc, char** argv, const std::function<bool()>& sharesClipboard);
   ~Application();
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;

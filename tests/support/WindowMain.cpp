@@ -22,7 +22,7 @@ int main(int argc, char** argv) {
   ::setenv("XDG_CONFIG_HOME", home.Path("config").c_str(), 1);
   ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-  Application application(argc, argv);
+  Application application(argc, argv, [] { return false; });
   gApplication = &application;
   return RUN_ALL_TESTS();
 }

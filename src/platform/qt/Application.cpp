@@ -16,6 +16,7 @@
 
 namespace {
 
+constexpr char kPlatform[] = "QT_QPA_PLATFORM";
 bool gQuitting = false;
 bool gConnected = false;
 int gErrorOutput = -1;  // while libraries below the toolkit are kept from writing to it
@@ -58,13 +59,19 @@ bool NativeApplication::notify(QObject* receiver, QEvent* event) {
   }
 }
 
-Application::Application(int& argc, char** argv) {
+Application::Application(int& argc, char** argv, const std::function<bool()>& sharesClipboard) {
+  const bool hasBoth = qEnvironmentVariableIsSet("DISPLAY") &&
+                       (qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+                        qgetenv("XDG_SESSION_TYPE") == "wayland");
+  const bool throughX11 = hasBoth && !qEnvironmentVariableIsSet(kPlatform) && sharesClipboard();
+  if (throughX11) qputenv(kPlatform, "xcb;wayland");
   qInstallMessageHandler(TakeMessage);
   gErrorOutput = ::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0);
   const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
   ::dup2(nowhere, STDERR_FILENO);
   fNative = std::make_unique<NativeApplication>(argc, argv);
   gConnected = true;
+  if (throughX11) qunsetenv(kPlatform);  // no matter of the programs that this one starts
   ::dup2(gErrorOutput, STDERR_FILENO);
   ::close(nowhere);
   ::close(gErrorOutput);
