@@ -10,6 +10,7 @@
 #include <QWindow>
 
 #include "platform/posix/Process.h"
+#include "platform/posix/X11Clipboard.h"
 
 namespace {
 
@@ -64,10 +65,19 @@ void QtMachine::Yield() {
 }
 
 std::string QtMachine::ClipboardText() {
-  return QGuiApplication::clipboard()->text().toStdString();
+  const QClipboard& clipboard = *QGuiApplication::clipboard();
+  if (QGuiApplication::platformName() == "xcb" && !clipboard.ownsClipboard()) {
+    // The toolkit would stand still until the program that owns the text has answered.
+    std::string text;
+    const ClipboardAnswer answer = ReadX11Clipboard(text, [this] { DoEvents(5); });
+    if (answer == ClipboardAnswer::kText) fLastText = text;
+    if (answer != ClipboardAnswer::kElsewhere) return fLastText;
+  }
+  return clipboard.text().toStdString();
 }
 
 void QtMachine::SetClipboardText(const std::string& text) {
+  fLastText = text;
   QGuiApplication::clipboard()->setText(QString::fromStdString(text));
 }
 

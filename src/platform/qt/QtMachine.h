@@ -18,4 +18,5 @@ class QtMachine : public PosixMachine {
 
  private:
   std::int64_t fLastYield = 0;
+  std::string fLastText;  // what the clipboard held as long as its owner answered
 };
