@@ -40,7 +40,7 @@ bool DescriptorAgrees(const char* p, std::uint64_t room, const Entry& entry) {
 
 class Checker {
  public:
-  explicit Checker(const Source& source) : fSource(source), fPeek(source) {}
+  explicit Checker(const Source& source) : fPeek(source) {}
 
   /// `next` is where the data of the entry must have ended.
   Status Check(Entry& entry, std::uint64_t next) {
@@ -97,7 +97,6 @@ class Checker {
     return {};
   }
 
-  const Source& fSource;
   Peek fPeek;
 };
 
