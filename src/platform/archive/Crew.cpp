@@ -55,7 +55,7 @@ class Muster {
 }  // namespace
 
 Status RunCrew(Work& work, unsigned workers, bool wall, const std::atomic<bool>* stop,
-               ExpandWatcher& watcher) {
+               const std::function<void(std::uint64_t)>& tell) {
   work.descriptors = DescriptorsEach(workers);
   std::optional<FolderWall> folderWall;
   if (wall) folderWall.emplace(work.root);
@@ -76,13 +76,12 @@ Status RunCrew(Work& work, unsigned workers, bool wall, const std::atomic<bool>*
       break;
     }
   }
-  const auto tell = [&] { watcher.Written(std::min(work.written.load(), work.plan.bytes)); };
   while (muster.StillBusy()) {
     if (stop != nullptr && *stop) work.Fail(Fail("the expansion was stopped"));
-    tell();
+    tell(work.written);
   }
   for (std::thread& thread : threads) thread.join();
-  tell();
+  tell(work.written);
   return work.Failure();
 }
 

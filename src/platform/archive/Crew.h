@@ -3,6 +3,8 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
+#include <functional>
 
 #include "platform/archive/Expand.h"
 #include "platform/archive/Worker.h"
@@ -10,8 +12,8 @@
 namespace archive {
 
 /// Runs the workers to the end of the jobs, each shut in to the folder that it writes to if `wall`. Meanwhile
-/// tells the watcher how far they are, and stops them when `stop` is set.
+/// tells how many bytes are written, and stops them when `stop` is set.
 Status RunCrew(Work& work, unsigned workers, bool wall, const std::atomic<bool>* stop,
-               ExpandWatcher& watcher);
+               const std::function<void(std::uint64_t)>& tell);
 
 }  // namespace archive

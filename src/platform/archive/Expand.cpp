@@ -3,11 +3,9 @@
 #include "platform/archive/Expand.h"
 
 #include <fcntl.h>
-#include <linux/magic.h>
 #include <sched.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/statfs.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
 
@@ -17,6 +15,7 @@
 
 #include "platform/archive/Crew.h"
 #include "platform/archive/Finish.h"
+#include "platform/archive/Flusher.h"
 #include "platform/archive/Plan.h"
 #include "platform/archive/Publisher.h"
 #include "platform/archive/Staging.h"
@@ -57,12 +56,6 @@ Status CheckRoom(const Plan& plan, int folder) {
   return {};
 }
 
-/// A file system in memory has nothing to flush.
-bool IsOnDisk(int folder) {
-  struct statfs facts;
-  return fstatfs(folder, &facts) != 0 || (facts.f_type != TMPFS_MAGIC && facts.f_type != RAMFS_MAGIC);
-}
-
 /// What an archive is for bears its name, without the extension.
 std::string StemOf(const std::string& archive) {
   const std::string name = archive.substr(archive.find_last_of('/') + 1);
@@ -86,24 +79,43 @@ Result<Descriptor> OpenArchive(const std::string& path, std::uint64_t& size) {
   return file;
 }
 
+/// What is on its way to the disk counts as work of the watcher's too: a part of the bytes again.
+class Progress {
+ public:
+  Progress(ExpandWatcher& watcher, std::uint64_t bytes, bool flushes)
+      : fWatcher(watcher), fBytes(bytes), fFlush(flushes ? bytes / 4 : 0) {
+    watcher.Total(fBytes + fFlush);
+  }
+  void Written(std::uint64_t bytes) { fWatcher.Written(std::min(bytes, fBytes)); }
+  void Flushed(double share) {
+    fWatcher.Written(fBytes + static_cast<std::uint64_t>(share * static_cast<double>(fFlush)));
+  }
+
+ private:
+  ExpandWatcher& fWatcher;
+  const std::uint64_t fBytes, fFlush;
+};
+
 Status WriteAndPublish(const ExpandOptions& options, const Plan& plan, const Source& source, unsigned workers,
-                       int folder, ExpandWatcher& watcher) {
+                       int folder, Flusher& flusher, ExpandWatcher& watcher) {
   Publisher publisher(plan, folder, options.mustBeNew, StemOf(options.archive));
   Status status = publisher.Check();
   if (status.Ok()) status = CheckRoom(plan, folder);
   if (!status.Ok()) return status;
-  watcher.Total(plan.bytes);
 
   Result<Staging> staging = Staging::Make(folder);
   if (!staging.Ok()) return staging.Failure();
+  flusher.Attach(staging->Get());
+  Progress progress(watcher, plan.bytes, flusher.Enabled());
   const NoMask noMask;
-  const bool flush = options.flush && IsOnDisk(folder);
   Work work(plan, source, staging->Get(), workers);
-  work.writeBack = flush;
-  status = RunCrew(work, workers, options.wall, options.stop, watcher);
+  status = RunCrew(work, workers, options.wall, options.stop, [&](std::uint64_t written) {
+    progress.Written(written);
+    flusher.Begin(written);
+  });
   if (status.Ok()) status = FinishTree(plan, staging->Get(), work.made, publisher);
   if (status.Ok() && Stopped(options)) status = Interrupted();
-  if (status.Ok() && flush && syncfs(staging->Get()) != 0) status = FailedCall("flush the data to disk");
+  if (status.Ok()) status = flusher.Finish([&](double share) { progress.Flushed(share); });
   if (status.Ok() && Stopped(options)) status = Interrupted();
   return status.Ok() ? publisher.Publish(staging->Get()) : status;
 }
@@ -118,6 +130,7 @@ Status ExpandUnguarded(const ExpandOptions& options, ExpandWatcher& watcher) {
     return Fail("the folder ", Quoted(options.folder), " is missing");
 
   const unsigned workers = options.workers != 0 ? std::min(options.workers, kMostWorkers) : Processors();
+  Flusher flusher(options.flush);
   if (options.wall) {
     tzset();  // reads a file
     RestrictCalls();
@@ -131,7 +144,7 @@ Status ExpandUnguarded(const ExpandOptions& options, ExpandWatcher& watcher) {
   Status status = target->Make();
   if (!status.Ok()) return status;
   RemoveLeftovers(target->Get());
-  status = WriteAndPublish(options, *plan, source, workers, target->Get(), watcher);
+  status = WriteAndPublish(options, *plan, source, workers, target->Get(), flusher, watcher);
   if (status.Ok()) target->Keep();
   return status;
 }

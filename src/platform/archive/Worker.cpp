@@ -38,26 +38,17 @@ class FileTaker : public Taker {
   Status Take(Bytes piece) override {
     fCrc = Crc32(fCrc, piece);
     if (!WriteAll(fFile, piece)) return FailedCall("write", fEntry.name);
-    fLength += piece.size();
     fWork.written.fetch_add(piece.size(), std::memory_order_relaxed);
-    if (fWork.writeBack && fLength - fFlushed >= kWriteBackStep) {
-      // Only a head start: the flush before the end is what counts.
-      static_cast<void>(sync_file_range(fFile, static_cast<off_t>(fFlushed),
-                                        static_cast<off_t>(fLength - fFlushed), SYNC_FILE_RANGE_WRITE));
-      fFlushed = fLength;
-    }
     return {};
   }
 
   bool Verified() const { return fCrc == fEntry.crc; }
 
  private:
-  static constexpr std::uint64_t kWriteBackStep = 8 << 20;
   Work& fWork;
   const Entry& fEntry;
   const int fFile;
   std::uint32_t fCrc = 0;
-  std::uint64_t fLength = 0, fFlushed = 0;
 };
 
 }  // namespace

@@ -23,7 +23,6 @@ struct Work {
   const Source& source;
   const int root;
   std::size_t descriptors = 16;  // that each may keep open
-  bool writeBack = false;        // begin to write to disk while expanding
   MadeFolders made;
   Jobs jobs;
   std::atomic<std::uint64_t> written{0};

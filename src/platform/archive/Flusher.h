@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// Has the expanded data on disk before it is shown.
+#pragma once
+
+#include <sys/stat.h>
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <thread>
+
+#include "platform/archive/Result.h"
+#include "platform/posix/Descriptor.h"
+
+namespace archive {
+
+/// Flushes the file system of a folder by syncfs(2): in part while files are still being written, and wholly
+/// at the end. To be made before the process shuts itself in.
+class Flusher {
+ public:
+  explicit Flusher(bool wanted);
+  ~Flusher();
+  Flusher(const Flusher&) = delete;
+  Flusher& operator=(const Flusher&) = delete;
+
+  /// The folder whose file system is meant; one in memory has nothing to flush.
+  void Attach(int folder);
+  bool Enabled() const { return fEnabled; }
+  /// Begins to write to disk, beside the caller, once enough has come together. `written`: bytes so far.
+  void Begin(std::uint64_t written);
+  /// Returns once all is on disk. `tell` hears a few times a second which share is, from 0 to 1: by what
+  /// the system counts as not yet written, of other programs too.
+  Status Finish(const std::function<void(double)>& tell);
+
+ private:
+  void Start();
+  void Join();
+  /// Bytes that the system has still to write; 0 where it doesn't say.
+  double Waiting() const;
+
+  const bool fWanted;
+  bool fEnabled = false;
+  int fFolder = -1;
+  const Descriptor fMemoryFacts;  // /proc/meminfo
+  std::thread fThread;
+  std::atomic<bool> fBusy{false};
+  int fError = 0;
+  std::uint64_t fBegun = 0;
+};
+
+}  // namespace archive
