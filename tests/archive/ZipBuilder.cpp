@@ -28,13 +28,13 @@ std::string Descriptor(const Item& item, const Says& s) {
   return (marked ? "PK\7\10" : "") + Le(s.crc, 4) + Le(s.compressed, width) + Le(s.size, width);
 }
 
-std::string End(const Ending& e, bool needs64) {
+std::string End(const Ending& e) {
   std::string bytes;
-  if (needs64)
+  if (e.zip64)
     bytes += "PK\6\6" + Le(44, 8) + Le(45, 2) + Le(45, 2) + Le(0, 8) + Le(e.count64, 8) + Le(e.count64, 8) +
              Le(e.size64, 8) + Le(e.offset64, 8) + "PK\6\7" + Le(0, 4) + Le(e.place64, 8) + Le(1, 4);
-  return bytes + "PK\5\6" + Le(e.disk, 2) + Le(e.directoryDisk, 2) + Le(e.countHere, 2) + Le(e.count, 2) +
-         Le(e.size, 4) + Le(e.offset, 4) + Le(e.commentLength.value_or(e.comment.size()), 2) + e.comment;
+  return bytes + "PK\5\6" + Le(e.disk, 2) + Le(0, 2) + Le(e.countHere, 2) + Le(e.count, 2) + Le(e.size, 4) +
+         Le(e.offset, 4) + Le(e.comment.size(), 2) + e.comment;
 }
 
 }  // namespace
@@ -89,7 +89,7 @@ std::string Zip::Bytes() const {
     if (item.local) item.local(inside);
     if (item.central) item.central(outside);
     bytes += LocalHeader(inside) + packed + Descriptor(item, says);
-    if (item.only_local) continue;
+    if (item.onlyLocal) continue;
     directory += CentralHeader(outside, item);
     ++count;
   }
@@ -101,27 +101,7 @@ std::string Zip::Bytes() const {
   bytes += directory;
   e.place64 = bytes.size() - shift;
   if (ending) ending(e);
-  return bytes + End(e, e.zip64) + after;
-}
-
-Item File(const std::string& name, const std::string& content) {
-  Item item;
-  item.name = name;
-  item.content = content;
-  return item;
-}
-
-Item Folder(const std::string& name, std::uint32_t mode) {
-  Item item;
-  item.name = name;
-  item.mode = mode;
-  return item;
-}
-
-Item Link(const std::string& name, const std::string& target) {
-  Item item = File(name, target);
-  item.mode = 0120777;
-  return item;
+  return bytes + End(e);
 }
 
 }  // namespace ziptest

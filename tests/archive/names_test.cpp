@@ -10,19 +10,18 @@ namespace archive {
 namespace {
 
 TEST(Names, AreDecodedByHostFlagAndField) {
-  using ziptest::Crc;
-  using ziptest::Le;
-  const std::string field = "\1" + Le(Crc("n"), 4) + "näme", stale = "\1" + Le(Crc("m"), 4) + "näme";
-  const std::string newer = "\2" + Le(Crc("n"), 4) + "näme";
-  struct Row {
+  const auto unicode = [](const char* version, const char* of) {
+    return version + ziptest::Le(ziptest::Crc(of), 4) + "näme";
+  };
+  const std::string field = unicode("\1", "n"), stale = unicode("\1", "m"), newer = unicode("\2", "n");
+  const struct {
     const char* why;
     std::string stored;
     Host host;
     bool utf8;
     std::optional<std::string_view> field;
     std::string name;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {"plain", "a/b.txt", Host::Unix, false, {}, "a/b.txt"},
       {"flagged UTF-8", "ä", Host::Dos, true, {}, "ä"},
       {"unflagged UTF-8 of a Mac", "ä€😀", Host::Mac, false, {}, "ä€😀"},
@@ -36,7 +35,7 @@ TEST(Names, AreDecodedByHostFlagAndField) {
       {"backslashes of NTFS, flagged", "ä\\b", Host::Ntfs, true, {}, "ä/b"},
       {"a backslash in a name of Unix", "a\\b", Host::Unix, false, {}, "a\\b"},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     auto decoded = DecodeName({row.stored, row.host, row.utf8, row.field});
     ASSERT_TRUE(decoded.Ok());

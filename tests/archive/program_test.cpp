@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The helper as a program: its arguments, its progress, its end at a bad moment.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <sstream>
@@ -15,22 +14,23 @@ namespace {
 
 /// Many small files and a large one: enough work to be interrupted in.
 std::string MuchWork() {
-  Zip zip;
+  std::vector<Item> items = {Packed("t/large", std::string(30 << 20, 'x'))};
   for (int i = 0; i < 3000; ++i)
-    zip.items.push_back(File("t/" + std::to_string(i % 40) + "/" + std::to_string(i)));
-  zip.items.push_back(With(File("t/large", std::string(30 << 20, 'x')), [](Item& i) { i.deflate = true; }));
-  return zip.Bytes();
+    items.push_back(File("t/" + std::to_string(i % 40) + "/" + std::to_string(i)));
+  return ZipOf(items);
 }
 
-bool Empty(const std::string& folder) {
-  return !fs::exists(folder) || fs::is_empty(folder);
-}
+class Program : public ::testing::Test, public Sandbox {
+ protected:
+  bool Empty() const { return Look("target").empty(); }
+  /// A command line.
+  std::string Ditto(const std::string& options) const {
+    return "\"$DITTO\" -xk " + options + " " + Archive() + " " + Target();
+  }
+};
 
-TEST(Program, TakesItsArguments) {
-  const Sandbox box;
-  Zip zip;
-  zip.items = {File("f")};
-  Write(box / "-a.zip", zip.Bytes());
+TEST_F(Program, TakesItsArguments) {
+  Write("-a.zip", ZipOf({File("f")}));
   const struct {
     const char* arguments;
     int status;
@@ -44,19 +44,17 @@ TEST(Program, TakesItsArguments) {
       {"-xk -q -a.zip -b", 2},    {"", 2},
   };
   for (const auto& row : rows) {
-    const Outcome outcome = RunShell("cd " + (box / ".") + " && \"$DITTO\" " + row.arguments);
+    const Outcome outcome = RunShell("cd " + Path() + " && \"$DITTO\" " + row.arguments);
     EXPECT_EQ(outcome.status, row.status) << row.arguments << ": " << outcome.err;
     EXPECT_EQ(outcome.err.empty(), row.status == 0) << row.arguments;
     EXPECT_EQ(outcome.out, "") << row.arguments;
   }
-  EXPECT_TRUE(fs::exists(box / "-b/f"));
-  EXPECT_TRUE(fs::exists(box / "made/by/it/f"));
+  EXPECT_TRUE(Has("-b/f") && Has("made/by/it/f"));
 }
 
-TEST(Program, TellsItsProgress) {
-  const Sandbox box;
-  Write(box.Archive(), MuchWork());
-  const Outcome outcome = RunDitto({"-xk", "--no-sync", "--progress", box.Archive(), box.Target()});
+TEST_F(Program, TellsItsProgress) {
+  Write("a.zip", MuchWork());
+  const Outcome outcome = RunShell(Ditto("--no-sync --progress"));
   ASSERT_EQ(outcome.status, 0) << outcome.err;
   std::istringstream lines(outcome.out);
   std::string word;
@@ -73,54 +71,45 @@ TEST(Program, TellsItsProgress) {
   EXPECT_EQ(word, "done");
 }
 
-TEST(Program, GoesOnWhenNobodyReads) {
-  const Sandbox box;
-  Write(box.Archive(), MuchWork());
-  const std::string run = "\"$DITTO\" -xk --no-sync --progress " + box.Archive() + " " + box.Target();
+TEST_F(Program, GoesOnWhenNobodyReads) {
+  Write("a.zip", MuchWork());
   for (const char* reader : {" | true", " | sleep 0.3", " >&-", " >/dev/full"}) {
-    fs::remove_all(box.Target());
-    const Outcome outcome = RunShell("{ " + run + "; echo $? >" + (box / "status") + "; }" + reader);
-    EXPECT_EQ(Read(box / "status"), "0\n") << reader << outcome.err;
-    EXPECT_TRUE(fs::exists(box.Target() + "/t/large")) << reader;
+    fs::remove_all(Target());
+    const Outcome outcome =
+        RunShell("{ " + Ditto("--no-sync --progress") + "; echo $? >" + Path("status") + "; }" + reader);
+    EXPECT_EQ(Read("status"), "0\n") << reader << outcome.err;
+    EXPECT_TRUE(Has("target/t/large")) << reader;
   }
 }
 
-TEST(Program, IsKilledAtAnyMomentAndANewRunSucceeds) {
-  const Sandbox box;
-  Write(box.Archive(), MuchWork());
-  fs::create_directories(box.Target());
-  for (const char* signal : {"KILL", "TERM"}) {
-    ASSERT_EQ(RunShell("rm -rf " + box.Target() + "/.ditto-*").status, 0);
+TEST_F(Program, IsKilledAtAnyMomentAndANewRunSucceeds) {
+  Write("a.zip", MuchWork());
+  Folder("target");
+  for (const std::string signal : {"KILL", "TERM"}) {
+    ASSERT_EQ(RunShell("rm -rf " + Target() + "/.ditto-*").status, 0);
     for (int i = 0; i < 25; ++i) {
       const std::string wait = "0.0" + std::to_string(10 + i * 3);
-      const Outcome outcome =
-          RunShell("timeout -s " + std::string(signal) + " " + wait + " \"$DITTO\" -xk --no-sync --new " +
-                   box.Archive() + " " + box.Target());
-      const bool there = fs::exists(box.Target() + "/t");
-      if (signal == std::string("TERM") && !there) {
-        EXPECT_TRUE(Empty(box.Target())) << wait;
-      }
-      if (there) {
-        EXPECT_EQ(RunShell("find " + box.Target() + "/t -type f | wc -l").out, "3001\n");
-        fs::remove_all(box.Target() + "/t");
+      RunShell("timeout -s " + signal + " " + wait + " " + Ditto("--no-sync --new"));
+      if (Has("target/t")) {
+        EXPECT_EQ(RunShell("find " + Target() + "/t -type f | wc -l").out, "3001\n");
+        fs::remove_all(Path("target/t"));
+      } else if (signal == "TERM") {
+        EXPECT_TRUE(Empty()) << wait;
       }
     }
   }
-  EXPECT_EQ(RunDitto({"-xk", "--new", box.Archive(), box.Target()}).status, 0);
-  EXPECT_EQ(RunShell("ls -A " + box.Target()).out, "t\n");
+  EXPECT_EQ(RunShell(Ditto("--new")).status, 0);
+  EXPECT_EQ(RunShell("ls -A " + Target()).out, "t\n");
 }
 
-TEST(Program, LeavesAllAsItWasWhenACallFails) {
-  if (!HasProgram("strace") || RunShell("strace -o /dev/null true").status != 0)
+TEST_F(Program, LeavesAllAsItWasWhenACallFails) {
+  if (RunShell("strace -o /dev/null true").status != 0)
     GTEST_SKIP() << "calls can't be made to fail without strace";
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
   GTEST_SKIP() << "a sanitizer's own calls would fail";
 #endif
-  const Sandbox box;
-  Zip zip;
-  zip.items = {File("d/old"), File("d/new"),  File("d/large", std::string(2 << 20, 'x')),
-               File("e/f"),   Link("l", "d"), Folder("closed/", 040555)};
-  Write(box.Archive(), zip.Bytes());
+  Write("a.zip", ZipOf({File("d/old"), File("d/new"), File("d/large", std::string(2 << 20, 'x')), File("e/f"),
+                        ziptest::Link("l", "d"), ziptest::Folder("closed/", 040555)}));
   const struct {
     const char* call;
     int last;  // how many of them are made to fail, one after the other
@@ -130,57 +119,53 @@ TEST(Program, LeavesAllAsItWasWhenACallFails) {
   for (const auto& row : rows) {
     for (int i = 1; i <= row.last; ++i) {
       SCOPED_TRACE(row.call + std::string(" ") + std::to_string(i));
-      fs::remove_all(box.Target());
-      fs::create_directories(box.Target() + "/d");
-      Write(box.Target() + "/d/old", "old");
-      const Snapshot before = Look(box.Target());
+      fs::remove_all(Target());
+      Write("target/d/old", "old");
+      const Snapshot before = Look("target");
       const Outcome outcome = RunShell("strace -f -o /dev/null -e inject=" + std::string(row.call) +
-                                       ":when=" + std::to_string(i) + " \"$DITTO\" -xk --no-sync " +
-                                       box.Archive() + " " + box.Target());
+                                       ":when=" + std::to_string(i) + " " + Ditto("--no-sync"));
       if (outcome.status == 0) {
-        EXPECT_EQ(Look(box.Target()).size(), 8u);
+        EXPECT_EQ(Look("target").size(), 8u);
         continue;
       }
       EXPECT_TRUE(outcome.status == 1 || outcome.status == 127) << outcome.status;  // 127: the loader's calls
-      EXPECT_EQ(Look(box.Target()), before) << outcome.err;
+      EXPECT_EQ(Look("target"), before) << outcome.err;
     }
   }
 }
 
-TEST(Program, ReportsLimitsAndAFullDisk) {
-  const Sandbox box;
-  Write(box.Archive(), MuchWork());
-  const std::string run = "\"$DITTO\" -xk --no-sync " + box.Archive() + " " + box.Target();
+TEST_F(Program, ReportsLimitsAndAFullDisk) {
+  Write("a.zip", MuchWork());
+  const std::string run = Ditto("--no-sync");
   Outcome outcome = RunShell("ulimit -f 20000; " + run);
   EXPECT_EQ(outcome.status, 1);
   EXPECT_NE(outcome.err.find("could not write \"t/large\": File too large"), std::string::npos)
       << outcome.err;
-  EXPECT_TRUE(Empty(box.Target()));
+  EXPECT_TRUE(Empty());
 #ifndef __SANITIZE_ADDRESS__  // needs descriptors itself
   for (int most = 4; most < 20; ++most) {
     outcome = RunShell("ulimit -n " + std::to_string(most) + "; " + run);
     EXPECT_EQ(outcome.status == 0, outcome.err.empty()) << most << outcome.err;
-    EXPECT_EQ(Look(box.Target()).size(), outcome.status == 0 ? 3042u : 0u) << most;
-    fs::remove_all(box.Target());
+    EXPECT_EQ(Look("target").size(), outcome.status == 0 ? 3042u : 0u) << most;
+    fs::remove_all(Target());
   }
 #endif
 
-  fs::create_directories(box.Target());
-  if (RunShell("mount -t tmpfs -o size=20m none " + box.Target()).status != 0)
+  if (RunShell("mount -t tmpfs -o size=20m none " + Folder("target")).status != 0)
     GTEST_SKIP() << "may not mount";
   outcome = RunShell(run);
   EXPECT_EQ(outcome.status, 1);
   EXPECT_NE(outcome.err.find("enough room"), std::string::npos) << outcome.err;
-  EXPECT_TRUE(Empty(box.Target()));
+  EXPECT_TRUE(Empty());
   // Room that goes away meanwhile: blocks are rounded up, which the first look doesn't count.
-  Zip zip;
-  for (int i = 0; i < 20000; ++i) zip.items.push_back(File("t/" + std::to_string(i), "x"));
-  Write(box.Archive(), zip.Bytes());
-  outcome = RunShell("mount -o remount,size=30m,nr_inodes=50000 " + box.Target() + " && " + run);
+  std::vector<Item> items;
+  for (int i = 0; i < 20000; ++i) items.push_back(File("t/" + std::to_string(i), "x"));
+  Write("a.zip", ZipOf(items));
+  outcome = RunShell("mount -o remount,size=30m,nr_inodes=50000 " + Target() + " && " + run);
   EXPECT_EQ(outcome.status, 1);
   EXPECT_NE(outcome.err.find("No space left"), std::string::npos) << outcome.err;
-  EXPECT_TRUE(Empty(box.Target()));
-  EXPECT_EQ(RunShell("umount " + box.Target()).status, 0);
+  EXPECT_TRUE(Empty());
+  EXPECT_EQ(RunShell("umount " + Target()).status, 0);
 }
 
 }  // namespace

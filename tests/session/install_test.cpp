@@ -45,7 +45,7 @@ TEST_F(Install, IntoTheApplicationsFolder) {
   Run();
   EXPECT_EQ(
       fTree.Look("Applications"),
-      (TemporaryTree::Contents{{"Demo", "folder 755 "}, {"Demo/content", "file 644 archive\xFF bytes"}}));
+      (TemporaryTree::Contents{{"Demo", "folder 755"}, {"Demo/content", "file 644 archive\xFF bytes"}}));
   const std::string after = fTree.Path("media/Setup.app/Contents/Resources/After");
   EXPECT_EQ(fMachine.fLaunched,
             (std::vector<std::string>{fTree.Path("Applications/Demo.zip"), after, after}));

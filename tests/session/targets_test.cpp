@@ -49,7 +49,7 @@ TEST_F(Targets, ALinkAtTheTargetGoesAndWhatItLeadsToStays) {
   Run();
   EXPECT_EQ(fTree.Look("outside"), before);
   EXPECT_EQ(fTree.Look("chosen"),
-            (TemporaryTree::Contents{{"Demo", "folder 755 "}, {"Demo/content", "file 644 archive"}}));
+            (TemporaryTree::Contents{{"Demo", "folder 755"}, {"Demo/content", "file 644 archive"}}));
 }
 
 TEST_F(Targets, NoUsableFolderEndsTheRunWithNothingWritten) {

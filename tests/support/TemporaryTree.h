@@ -23,8 +23,8 @@ class TemporaryTree {
   std::string Read(const std::string& name) const;
   bool Has(const std::string& name) const;
 
-  /// Every item below `name` by its path there: kind, mode, and content or target. Two of them are
-  /// equal when nothing has changed.
+  /// Every item below `name`, which may be missing, by its path there: kind, mode, and content or target.
+  /// Two of them are equal when nothing has changed.
   using Contents = std::map<std::string, std::string>;
   Contents Look(const std::string& name = "") const;
 
