@@ -18,52 +18,42 @@ TEST(Script, EntriesAreReadByKeyAndForm) {
   const struct {
     const char* entry;
     Kind kind;
-    const char* value;
-    const char* source;
-    const char* destination;
-  } rows[] = {{"DELETE=/tmp/x", Kind::Delete, "/tmp/x", "", ""},
-              {"shell=FOO=1 tool", Kind::Shell, "FOO", "", ""},
-              {"shellfile=run.sh", Kind::ShellFile, "run.sh", "", ""},
-              {"createfolder=/a", Kind::CreateFolder, "/a", "", ""},
-              {"allusersfullaccess=/a", Kind::AllUsersFullAccess, "/a", "", ""},
-              {"PreInstallDelete=", Kind::PreInstallDelete, "", "", ""},
+    const char* value = "";
+    const char* source = "";
+    const char* destination = "";
+    bool tested = false;
+    const char* folderTest = "";
+    bool onlyIfMissing = false;
+  } rows[] = {{"DELETE=/tmp/x", Kind::Delete, "/tmp/x"},
+              {"shell=FOO=1 tool", Kind::Shell, "FOO"},
+              {"shellfile=run.sh", Kind::ShellFile, "run.sh"},
+              {"createfolder=/a", Kind::CreateFolder, "/a"},
+              {"allusersfullaccess=/a", Kind::AllUsersFullAccess, "/a"},
+              {"PreInstallDelete=", Kind::PreInstallDelete},
               {"preinstallcopy=/a;/b;/c", Kind::PreInstallCopy, "", "/a", "/b"},
               {"preinstallcopy=/a", Kind::PreInstallCopy, "", "/a", ""},
-              {"delete=", Kind::Invalid, "", "", ""},
-              {"=x", Kind::Invalid, "", "", ""},
-              {"x", Kind::Invalid, "", "", ""},
-              {"", Kind::Invalid, "", "", ""},
-              {"Read Me.txt=/b/R.txt", Kind::Copy, "", "Read Me.txt", "/b/R.txt"}};
+              {"delete=", Kind::Invalid},
+              {"=x", Kind::Invalid},
+              {"x", Kind::Invalid},
+              {"", Kind::Invalid},
+              {"Read Me.txt=/b/R.txt", Kind::Copy, "", "Read Me.txt", "/b/R.txt"},
+              {"P=[/Host]/Host/P", Kind::Copy, "", "P", "/Host/P", true, "/Host"},
+              {"P=[/Host]/P]/dropped", Kind::Copy, "", "P", "/P", true, "/Host"},
+              {"P={/a/b}ignored", Kind::Copy, "", "P", "/a/b", false, "", true},
+              {"P=[/Host]{/a/b}", Kind::Copy, "", "P", "/a/b", false, "/Host", true},
+              {"P=[/Host", Kind::Copy, "", "P", "", true, "/Host"}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.entry);
+    const Action action = ParseActions(std::string("shell=x|") + row.entry)[1];
+    EXPECT_EQ(action.kind, row.kind);
+    EXPECT_EQ(action.value, row.value);
+    EXPECT_EQ(action.source, row.source);
+    EXPECT_EQ(action.destination, row.destination);
+    EXPECT_EQ(action.folderTest, row.folderTest);
+    EXPECT_TRUE(action.tested == row.tested && action.onlyIfMissing == row.onlyIfMissing);
+  }
   EXPECT_TRUE(ParseActions("").empty());
   EXPECT_EQ(ParseActions("a=/b||shell=x|").size(), 4u);
-  for (const auto& row : rows) {
-    const Action action = ParseActions(std::string("shell=x|") + row.entry)[1];
-    EXPECT_EQ(action.kind, row.kind) << row.entry;
-    EXPECT_EQ(action.value, row.value) << row.entry;
-    EXPECT_EQ(action.source, row.source) << row.entry;
-    EXPECT_EQ(action.destination, row.destination) << row.entry;
-  }
-}
-
-TEST(Script, CopiesAreTestedAsTheirBracketsSay) {
-  const struct {
-    const char* value;
-    const char* destination;
-    bool tested;
-    const char* folderTest;
-    bool onlyIfMissing;
-  } rows[] = {{"[/Host]/Host/P", "/Host/P", true, "/Host", false},
-              {"[/Host]/P]/dropped", "/P", true, "/Host", false},
-              {"{/a/b}ignored", "/a/b", false, "", true},
-              {"[/Host]{/a/b}", "/a/b", false, "/Host", true},
-              {"[/Host", "", true, "/Host", false}};
-  for (const auto& row : rows) {
-    const Action action = ParseActions(std::string("P=") + row.value)[0];
-    EXPECT_EQ(action.destination, row.destination) << row.value;
-    EXPECT_EQ(action.tested, row.tested) << row.value;
-    EXPECT_EQ(action.folderTest, row.folderTest) << row.value;
-    EXPECT_EQ(action.onlyIfMissing, row.onlyIfMissing) << row.value;
-  }
   EXPECT_EQ(ExpandUserAccount("useraccount/x", "/h"), "/h/x");
   EXPECT_EQ(ExpandUserAccount("/a/UserAccount/x", "/h"), "/a/UserAccount/x");
 }
@@ -120,14 +110,12 @@ TEST(Requirements, AreMetAtTheirThreshold) {
 }
 
 TEST(Pixels, AreDecodedInOnePassAndRefusedWhenDamaged) {
-  const struct {
-    const char* pixels;
-    const char* expanded;
-  } rows[] = {{"ABC", "ABC"}, {"A[3]B[2]", "AAABB"}, {"XA[3]YB[2]Z", "XAAAYBBZ"}, {"A[0]", ""}, {"A[]", ""}};
+  const char* const rows[][2] = {
+      {"ABC", "ABC"}, {"A[3]B[2]", "AAABB"}, {"XA[3]YB[2]Z", "XAAAYBBZ"}, {"A[0]", ""}, {"A[]", ""}};
   for (const auto& row : rows) {
-    std::string pixels = row.pixels;
+    std::string pixels = row[0];
     EXPECT_TRUE(PixelStringExpand(pixels));
-    EXPECT_EQ(pixels, row.expanded);
+    EXPECT_EQ(pixels, row[1]);
   }
   for (const char* damaged : {"[3]", "A[3", "A[3][2]", "A[50000001]", "A[30000000]B[30000000]"}) {
     std::string pixels = damaged;
@@ -145,18 +133,15 @@ TEST(Pixels, AreDecodedInOnePassAndRefusedWhenDamaged) {
 
 TEST(Messages, AreSizedByTheirLength) {
   GlobalsKv::KvAppInit();
-  const struct {
-    int length;
-    const char* end;
-    Size step;
-  } rows[] = {{39, "", {-250, -150}}, {40, "", {-60, -50}}, {10, "\n", {-60, -50}},
-              {199, "", {-60, -50}},  {200, "", {0, 0}},    {400, "", {0, 0}},
-              {401, "", {0, 100}},    {600, "", {0, 100}},  {601, "", {0, 200}}};
-  for (const auto& row : rows) {
+  const std::pair<int, Size> rows[] = {{39, {-250, -150}}, {40, {-60, -50}}, {199, {-60, -50}},
+                                       {200, {0, 0}},      {400, {0, 0}},    {401, {0, 100}},
+                                       {600, {0, 100}},    {601, {0, 200}}};
+  for (const auto& [length, step] : rows) {
     std::string message;
-    for (int i = 0; i < row.length; ++i) message += "\u00E9";
-    EXPECT_EQ(MessageSizeStep(message + row.end), row.step) << row.length;
+    for (int i = 0; i < length; ++i) message += "\u00E9";
+    EXPECT_EQ(MessageSizeStep(message), step) << length;
   }
+  EXPECT_EQ(MessageSizeStep("two\nlines"), (Size{-60, -50}));
 }
 
 }  // namespace

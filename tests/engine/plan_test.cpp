@@ -9,16 +9,14 @@ TEST(WaitEstimate, GrowsWithTheArchiveAndIsCutForLargeOnes) {
   const struct {
     std::uint64_t size;
     std::int64_t ticks, slow;
-  } rows[] = {
-      {0, 30, 60},
-      {2'999'999, 30, 60},
-      {3'000'000, 60, 120},
-      {30'000'000, 330, 660},
-      {30'000'001, 165, 330},
-      {300'000'000, 1515, 3030},
-      {300'000'001, 757, 1515},
-      {6'000'000'000, 15'007, 30'015},
-  };
+  } rows[] = {{0, 30, 60},
+              {2'999'999, 30, 60},
+              {3'000'000, 60, 120},
+              {30'000'000, 330, 660},
+              {30'000'001, 165, 330},
+              {300'000'000, 1515, 3030},
+              {300'000'001, 757, 1515},
+              {6'000'000'000, 15'007, 30'015}};
   for (const auto& row : rows) {
     EXPECT_EQ(EstimateTicks(row.size, false), row.ticks) << row.size;
     EXPECT_EQ(EstimateTicks(row.size, true), row.slow) << row.size;

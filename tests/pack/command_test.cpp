@@ -48,8 +48,8 @@ TEST_F(Command, AFullDiskLeavesNothing) {
 TEST_F(Command, TheDemoIsPacked) {
   fs::copy(DEMO_FOLDER, Path("demo"), fs::copy_options::recursive);
   Write("runtime/PostInstallCleanup", "the cleaner");
-  ASSERT_EQ(0, Run("demo/make-payload build/demo/payload")) << Read("said");
-  ASSERT_EQ(0, Run("demo/make-payload build/demo/payload")) << "a second run replaces the first";
+  for (const char* run : {"first", "replacing"})
+    ASSERT_EQ(0, Run("demo/make-payload build/demo/payload")) << run << Read("said");
   for (const char* name : {"lantern", "lantern-applications"})
     EXPECT_EQ(0, Run(program + "--runtime runtime demo/" + name + ".json out/Setup.app")) << Read("said");
   EXPECT_EQ("More wicks,Option1.zip,Wicks,A flat and a round one", Field(Resource("TextData"), "|#|", 23));

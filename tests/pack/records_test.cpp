@@ -16,11 +16,7 @@ using std::string_literals::operator""s;
 
 class RecordsTest : public Workshop {
  protected:
-  static std::string Separators(int count) {
-    std::string text;
-    while (count-- > 0) text += "|#|";
-    return text;
-  }
+  static std::string Separators(int count) { return count == 0 ? "" : "|#|" + Separators(count - 1); }
 
   void WritePng(const std::string& name, unsigned width, unsigned height, std::vector<png_byte> rgba) const {
     png_image image{};
@@ -93,6 +89,7 @@ TEST_F(RecordsTest, ValuesMayEndInPartsOfASeparator) {
   EXPECT_EQ("a| | | || #|b", Field(texts, "|#|", 2) + " " + Field(texts, "|#|", 6) + " " +
                                  Field(texts, "|#|", 8) + " " + Field(texts, "|#|", 9));
   EXPECT_EQ("p$|", Field(Unscrambled(Resource("Data")), "$|~", 8));
+  EXPECT_EQ("\xFF\0\xFF\x01"s, Scramble("\xFF\xFF\xFF\0"s)) << "a raised byte wraps";
 }
 
 TEST(Text, WhatAnEncodingCannotHoldIsTold) {
@@ -128,16 +125,9 @@ TEST(Text, NotesArePlainWhereTheyComeBackUnchanged) {
 }
 
 TEST(Text, RunsAreShortenedOnlyWhereItSaves) {
-  EXPECT_EQ("0[6]FF", ShortenRuns("000000FF"));
-  EXPECT_EQ("0000F", ShortenRuns("0000F"));
-  EXPECT_EQ("00[5]", ShortenRuns("0") + ShortenRuns("00000"));
-  EXPECT_EQ("0F[10]", ShortenRuns("0FFFFFFFFFF"));
-}
-
-TEST(Text, EverySecondByteIsRaisedAndWraps) {
-  EXPECT_EQ("", Scramble(""));
-  EXPECT_EQ("ABABA", Scramble("AAAAA"));
-  EXPECT_EQ("\xFF\0\xFF\x01"s, Scramble("\xFF\xFF\xFF\0"s));
+  const char* const rows[][2] = {
+      {"000000FF", "0[6]FF"}, {"0000F", "0000F"}, {"0", "0"}, {"00000", "0[5]"}, {"0FFFFFFFFFF", "0F[10]"}};
+  for (const auto& row : rows) EXPECT_EQ(row[1], ShortenRuns(row[0]));
 }
 
 static std::string Plan(std::uintmax_t total, const Split& split) {

@@ -15,43 +15,22 @@ TEST(Record, EveryFieldIsReadFromItsPlace) {
   package.textData[6] = "zero||two| |";
   package.textData[13] = "1";
   package.textData[30] = "2";
-  const InstallerRecord record =
+  const InstallerRecord r =
       ParseRecord(package.DataRecord() + "$|~extra", package.TextDataRecord() + "|#|extra");
-  EXPECT_TRUE(record.fApplicationFolder && record.fPromptToReplace && record.fCenterMessage &&
-              record.fInstallationPatch);
-  EXPECT_EQ((std::vector{record.fLogoWidth, record.fLogoHeight, record.fPictureWidth, record.fPictureHeight,
-                         record.fBackgroundWidth, record.fBackgroundHeight, record.fEncryptionLen,
-                         record.fCleanup}),
+  EXPECT_TRUE(r.fApplicationFolder && r.fPromptToReplace && r.fCenterMessage && r.fInstallationPatch);
+  EXPECT_EQ((std::vector{r.fLogoWidth, r.fLogoHeight, r.fPictureWidth, r.fPictureHeight, r.fBackgroundWidth,
+                         r.fBackgroundHeight, r.fEncryptionLen, r.fCleanup}),
             (std::vector<std::int64_t>{64, 32, 8, 9, 396, 238, 77, 2}));
-  std::string texts;
-  for (const std::string& text : {record.fTimeStamp,
-                                  record.fExecuteAfterName,
-                                  record.fLogoPixelStr,
-                                  record.fPicturePixelStr,
-                                  record.fBackgroundPixelStr,
-                                  record.fExecuteBeforeName,
-                                  record.fAgreement,
-                                  record.fMessage,
-                                  record.fURLActual,
-                                  record.fURLDisplayed,
-                                  record.fInfo,
-                                  record.fTargetFolder,
-                                  record.fCopyright,
-                                  record.fWindowTitle,
-                                  record.fInstallChoices,
-                                  record.fInstallOptions,
-                                  record.fMinOS,
-                                  record.fMinRAM,
-                                  record.fCompletionURL,
-                                  record.fPreInstallNotes,
-                                  record.fPostInstallNotes,
-                                  record.fPostCopy})
-    texts += text + " ";
-  EXPECT_EQ(texts,
+  EXPECT_EQ(r.fTimeStamp + " " + r.fExecuteAfterName + " " + r.fLogoPixelStr + " " + r.fPicturePixelStr +
+                " " + r.fBackgroundPixelStr + " " + r.fExecuteBeforeName + " " + r.fAgreement + " " +
+                r.fMessage + " " + r.fURLActual + " " + r.fURLDisplayed + " " + r.fInfo + " " +
+                r.fTargetFolder + " " + r.fCopyright + " " + r.fWindowTitle + " " + r.fInstallChoices + " " +
+                r.fInstallOptions + " " + r.fMinOS + " " + r.fMinRAM + " " + r.fCompletionURL + " " +
+                r.fPreInstallNotes + " " + r.fPostInstallNotes + " " + r.fPostCopy,
             "stamp After ABC DEF 4(0) Caf\u00E9 text1\n text2 text3 text4 text5\n text7 text8 text9 text22 "
-            "text23 text24 text25 text26 text27\n text28\n text29 ");
-  EXPECT_EQ(record.fLabels, (std::vector<std::string>{"zero", "", "two", " ", ""}));
-  EXPECT_EQ(record.LabelText(3) + record.LabelText(99), " ");
+            "text23 text24 text25 text26 text27\n text28\n text29");
+  EXPECT_EQ(r.fLabels, (std::vector<std::string>{"zero", "", "two", " ", ""}));
+  EXPECT_EQ(r.LabelText(3) + r.LabelText(99), " ");
 }
 
 TEST(Record, ShortAndStrangeRecordsReadAsFarAsTheyGo) {

@@ -19,8 +19,7 @@ TEST(SpecialFolders, VersionsAndTheDesktopAreReadFromTheMachinesTexts) {
       {"MY_VERSION_ID=\"9\"\n", "none"},           {"VERSION_ID=\"trixie/sid\"\n", "none"},
   };
   for (const auto& row : versions) {
-    long long major = -1;
-    long long minor = -1;
+    long long major = -1, minor = -1;
     const bool known = ParseSystemVersion(row[0], major, minor);
     EXPECT_EQ(known ? std::to_string(major) + "." + std::to_string(minor) : "none", row[1]) << row[0];
   }

@@ -10,12 +10,8 @@
 
 TEST(Launch, KindsOfItems) {
   const TemporaryTree tree;
-  tree.Write("Run.app/Contents/MacOS/Run", "", 0755);
-  tree.Folder("Empty.app");
-  tree.Write("program", "", 0755);
-  tree.Write("pack.ZIP", "", 0755);
-  tree.Write("notes.txt", "");
-  tree.Write(".zip/inside", "");
+  for (const char* file : {"Run.app/Contents/MacOS/Run", "program", "pack.ZIP"}) tree.Write(file, "", 0755);
+  for (const char* file : {"notes.txt", ".zip/inside", "Empty.app/none"}) tree.Write(file, "");
   tree.Link("alias", "program");
   tree.Link("dangling", "none");
   const struct {
@@ -40,19 +36,17 @@ TEST(Launch, KindsOfItems) {
 }
 
 TEST(Launch, TheProgramOfABundle) {
-  const std::string list =
-      "<plist><dict><key>CFBundleName</key><string>Other</string>\n<key>CFBundleExecutable</key>\n <string>";
   const std::string end = "</string></dict></plist>";
   const struct {
-    std::string list;
+    std::string named;  // what the list says; empty: there is no list
     std::vector<std::string> programs;
     std::string chosen;
   } rows[] = {
-      {list + "Named" + end, {"Named", "Demo"}, "Named"},
-      {list + "../../../outside" + end, {"Demo"}, "Demo"},
-      {list + "." + end, {"Demo"}, "Demo"},
-      {list + "notes" + end, {"Demo"}, "Demo"},
-      {list + "Nam", {"Nam", "Demo"}, "Demo"},
+      {"Named" + end, {"Named", "Demo"}, "Named"},
+      {"../../../outside" + end, {"Demo"}, "Demo"},
+      {"." + end, {"Demo"}, "Demo"},
+      {"notes" + end, {"Demo"}, "Demo"},
+      {"Nam", {"Nam", "Demo"}, "Demo"},
       {"", {"Other"}, "Other"},
       {"", {"One", "Two"}, ""},
       {"", {}, ""},
@@ -60,13 +54,17 @@ TEST(Launch, TheProgramOfABundle) {
   for (const auto& row : rows) {
     const TemporaryTree tree;
     tree.Write("outside", "", 0755);
-    if (!row.list.empty()) tree.Write("Demo.app/Contents/Info.plist", row.list);
+    if (!row.named.empty())
+      tree.Write("Demo.app/Contents/Info.plist",
+                 "<plist><dict><key>CFBundleName</key><string>Other</string>\n"
+                 "<key>CFBundleExecutable</key>\n <string>" +
+                     row.named);
     const std::string folder = "Demo.app/Contents/MacOS/";
     tree.Write(folder + "notes", "", 0644);
     for (const std::string& name : row.programs) tree.Write(folder + name, "", 0755);
     EXPECT_EQ(BundleExecutable(FolderItem(tree.Path("Demo.app"))),
               row.chosen.empty() ? "" : tree.Path(folder + row.chosen))
-        << row.list;
+        << row.named;
   }
 }
 

@@ -9,63 +9,58 @@
 #include "platform/Shell.h"
 #include "support/TestMachine.h"
 
-TEST(Process, ExitCodesOfCommands) {
-  const TemporaryTree tree;
-  tree.Write("ditto", "#!/bin/sh\nexit 42\n", 0755);
-  ::signal(SIGPIPE, SIG_IGN);
-  const std::pair<const char*, int> rows[] = {
+class Process : public ::testing::Test {
+ protected:
+  Process() {
+    ::signal(SIGPIPE, SIG_IGN);
+    fMachine.fPump = [] { ::usleep(1000); };
+    fMachine.fExecutable = fTree.Path("Setup: 1.0/it's/TessarineStub");
+    fTree.Write("Setup: 1.0/it's/ditto", "#!/bin/sh\nexit 42\n", 0755);
+  }
+  static int ExitCode(const std::string& line) {
+    Shell shell;
+    shell.Execute(line);
+    return shell.ErrorCode();
+  }
+
+  TemporaryTree fTree;
+  TestMachine fMachine{fTree};
+};
+
+TEST_F(Process, ExitCodesOfCommands) {
+  const std::pair<std::string, int> rows[] = {
       {"true", 0},
       {"no-such-command-anywhere", 127},
       {"kill -9 $$", 128 + SIGKILL},
       {"kill -PIPE $$", 128 + SIGPIPE},
-      {"ditto -xk a b", 42},
+      {"cd / && ditto -xk a b", 42},  // whatever its folder is called
       {"read line", 1},
       {"head -c 3000000 /dev/zero; head -c 3000000 /dev/zero >&2; exit 5", 5},
+      {"-n x; exit 8", 8},                                 // no option of the shell's
+      {"# " + std::string(300'000, 'x') + "\nexit 7", 7},  // longer than a word may be
   };
-  const auto wait = [] { ::usleep(1000); };
-  for (const auto& [line, code] : rows) EXPECT_EQ(RunShellLine(line, tree.Path(), wait), code) << line;
-  const std::string longest = "# " + std::string(300'000, 'x') + "\nexit 7";
-  EXPECT_EQ(RunShellLine(longest, tree.Path(), wait), 7) << "longer than a word may be";
-  EXPECT_EQ(RunShellLine("-n x; exit 8", tree.Path(), wait), 8) << "no option of the shell's";
+  for (const auto& [line, code] : rows) EXPECT_EQ(ExitCode(line), code) << line.substr(0, 99);
 }
 
-TEST(Process, ToolsAreFoundWhateverTheirFolderIsCalled) {
-  const TemporaryTree tree;
-  TestMachine machine(tree);
-  machine.fPump = [] { ::usleep(1000); };
-  tree.Write("Setup: 1.0/it's/ditto", "#!/bin/sh\nexit 42\n", 0755);
-  machine.fExecutable = tree.Path("Setup: 1.0/it's/TessarineStub");
-  Shell shell;
-  shell.Execute("cd / && ditto");
-  EXPECT_EQ(shell.ErrorCode(), 42);
-}
-
-TEST(Process, ShellPathsAreOneWordWhateverTheyHold) {
-  const TemporaryTree tree;
-  TestMachine machine(tree);
-  machine.fPump = [] { ::usleep(1000); };
-  Shell shell;
+TEST_F(Process, ShellPathsAreOneWordWhateverTheyHold) {
   for (const char* name : {"a b", "it's", "''", "$(touch planted)", "`touch planted`", "-n", "line\nbreak",
                            "*", "\\", "\"x\"", "~", "a;b|c&d>e<f", "#x", "!1", "\u00E9 \xFF", "trailing "}) {
-    const FolderItem item = FolderItem(tree.Path("names")).Child(name);
-    shell.Execute("cd " + FolderItem(tree.Path()).ShellPath() + " && printf %s " + item.ShellPath() +
-                  " >out");
-    EXPECT_EQ(shell.ErrorCode(), 0) << name;
-    EXPECT_EQ(tree.Read("out"), tree.Path("names/") + name);
+    const std::string word = FolderItem(fTree.Path("names")).Child(name).ShellPath();
+    EXPECT_EQ(ExitCode("cd " + FolderItem(fTree.Path()).ShellPath() + " && printf %s " + word + " >out"), 0);
+    EXPECT_EQ(fTree.Read("out"), fTree.Path("names/") + name);
   }
-  EXPECT_FALSE(tree.Has("planted"));
+  EXPECT_FALSE(fTree.Has("planted"));
 }
 
-TEST(Process, DetachedProgramsLeadASessionOfTheirOwn) {
-  const TemporaryTree tree;
+TEST_F(Process, DetachedProgramsLeadASessionOfTheirOwn) {
   const std::string script =
       "#!/bin/sh\necho $(cut -d' ' -f6 /proc/$$/stat) = $$ >\"$1.new\"; mv \"$1.new\" \"$1\"\n";
-  ASSERT_TRUE(StartDetached(tree.Write("program", script, 0755), {tree.Path("o ut")}));
-  for (int i = 0; i < 2000 && !tree.Has("o ut"); ++i) ::usleep(5000);
-  const std::string report = tree.Read("o ut");
+  ASSERT_TRUE(StartDetached(fTree.Write("program", script, 0755), {fTree.Path("o ut")}));
+  for (int i = 0; i < 2000 && !fTree.Has("o ut"); ++i) ::usleep(5000);
+  const std::string report = fTree.Read("o ut");
   const std::string id = report.substr(0, report.find(' '));
   EXPECT_EQ(report, id + " = " + id + "\n") << "session and process";
-  EXPECT_FALSE(StartDetached(tree.Path("none"), {}));
-  EXPECT_FALSE(StartDetached(tree.Write("text", "no program"), {}));
-  EXPECT_EQ(StartPiped(tree.Path("none"), {}).id, -1);
+  EXPECT_FALSE(StartDetached(fTree.Path("none"), {}));
+  EXPECT_FALSE(StartDetached(fTree.Write("text", "no program"), {}));
+  EXPECT_EQ(StartPiped(fTree.Path("none"), {}).id, -1);
 }

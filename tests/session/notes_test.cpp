@@ -46,20 +46,16 @@ TEST_F(Notes, FormOfEachText) {
               for (const QPushButton* button : window.findChildren<QPushButton*>())
                 EXPECT_TRUE(window.rect().contains(button->geometry())) << row.text;
             }});
-    if (row.field == 5)
-      Expect({.window = kMain, .press = "QuitBtn"});
-    else
-      Expect({.window = kTree, .key = Qt::Key_Escape});
+    const bool information = row.field == 5;
+    Expect(information ? Step{.window = kMain, .press = "QuitBtn"}
+                       : Step{.window = kTree, .key = Qt::Key_Escape});
     RunInVain(row.title);
   }
 }
 
 TEST_F(Notes, ADeclinedTextEndsTheRunWithNothingWritten) {
   const char* const kAgreement = "License Agreement";
-  const struct {
-    std::string notes, agreement;
-    Step last;
-  } rows[] = {
+  const std::tuple<const char*, const char*, Step> rows[] = {
       {"plain", "never shown", {.window = kPlain, .press = "QuitBtn"}},
       {"plain", "never shown", {.window = kPlain, .close = true}},
       {"<html>", "never shown", {.window = kPage, .press = "QuitBtn"}},
@@ -69,13 +65,13 @@ TEST_F(Notes, ADeclinedTextEndsTheRunWithNothingWritten) {
       {"plain", "<html>", {.window = kAgreement, .key = Qt::Key_Escape}},
       {"plain", "plain", {.window = kAgreement, .close = true}},
   };
-  for (const auto& row : rows) {
-    fPackage.textData[27] = row.notes;
-    fPackage.textData[1] = row.agreement;
+  for (const auto& [notes, agreement, last] : rows) {
+    fPackage.textData[27] = notes;
+    fPackage.textData[1] = agreement;
     ExpectInstallPressed();
-    if (row.last.window == kAgreement && !row.notes.empty()) Expect({.window = kPlain, .press = "OKBtn"});
-    Expect(row.last);
-    RunInVain(row.notes + " / " + row.agreement);
+    if (last.window == kAgreement && *notes != '\0') Expect({.window = kPlain, .press = "OKBtn"});
+    Expect(last);
+    RunInVain(std::string(notes) + " / " + agreement);
   }
 }
 

@@ -13,15 +13,15 @@ class Startup : public SessionTest {};
 TEST_F(Startup, WithoutARecordTheUserIsToldAndTheRunEnds) {
   fPackage.textData[6] = "|||||||||||||other words";
   fPackage.Write(fTree, "media/Setup.app");
-  std::filesystem::remove(fTree.Path("media/Setup.app/Contents/Resources/Data"));
+  const std::string record = fTree.Write("media/Setup.app/Contents/Resources/Data", "");
   fScript.ExpectMessage("Installation Failed");
-  RunFromDisk();
-  fTree.Write("media/Setup.app/Contents/Resources/Data", "");
-  fScript.ExpectMessage("Installation Failed");
-  RunFromDisk();
-  fMachine.fExecutable = fTree.Path("nowhere/Setup.app/Contents/MacOS/Stub");
+  RunFromDisk("an empty record");
+  std::filesystem::remove(record);
   Expect({.window = "MessageBox", .text = "Installation Failed", .close = true});
-  RunFromDisk();
+  RunFromDisk("none");
+  fMachine.fExecutable = fTree.Path("nowhere/Setup.app/Contents/MacOS/Stub");
+  fScript.ExpectMessage("Installation Failed");
+  RunFromDisk("no bundle");
 }
 
 TEST_F(Startup, TheWindowShowsWhatThePackageSetsAndCloses) {

@@ -33,7 +33,7 @@ TEST_F(Copies, KeepModesTimesAndLinks) {
   for (const char* item : {"to/tool", "to/Sub", "to/Sub/.dot"})
     EXPECT_EQ(fs::last_write_time(fTree.Path(item)), past) << item;
   ASSERT_TRUE(CopyFile(fTree.Path("from/relative"), fTree.Path("file")));
-  EXPECT_FALSE(fs::is_symlink(fTree.Path("file"))) << "a link named as source is followed";
+  EXPECT_EQ(fTree.Look()["file"], fTree.Look()["from/Sub/.dot"]) << "a link named as source is followed";
 }
 
 TEST_F(Copies, RefuseWhatTheyCannotTakeAndNeverEatTheirOwnSource) {
@@ -56,12 +56,11 @@ TEST_F(Copies, RefuseWhatTheyCannotTakeAndNeverEatTheirOwnSource) {
       {"folder/sub", "folder"},
   };
   for (const auto& row : rows) {
-    EXPECT_FALSE(CopyFile(fTree.Path(row[0]), fTree.Path(row[1]))) << row[0] << " to " << row[1];
-    EXPECT_FALSE(CopyFileB(fTree.Path(row[0]), fTree.Path(row[1]))) << row[0] << " to " << row[1];
-    ASSERT_EQ(fTree.Look(), before) << row[0] << " to " << row[1];
+    const std::string from = fTree.Path(row[0]), to = fTree.Path(row[1]);
+    EXPECT_FALSE(CopyFile(from, to) || CopyFileB(from, to)) << from << " to " << to;
+    ASSERT_EQ(fTree.Look(), before) << from << " to " << to;
   }
-  EXPECT_FALSE(CopyFile("relative", fTree.Path("copy")));
-  EXPECT_FALSE(CopyFile(fTree.Path("folder/file"), ""));
+  EXPECT_FALSE(CopyFile("relative", fTree.Path("copy")) || CopyFile(fTree.Path("folder/file"), ""));
   EXPECT_EQ(fTree.Look(), before);
   for (const char* inner : {"folder/inner", "link/inner"}) {
     EXPECT_FALSE(CopyFolder(fTree.Path("folder"), fTree.Path(inner))) << inner;

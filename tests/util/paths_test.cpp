@@ -8,13 +8,6 @@
 
 using namespace ViewConst;
 
-TEST(Paths, ABundleEndsAtItsFirstContents) {
-  EXPECT_EQ(ViewConst::ContentsFolder("/m/A.app/Contents/B/Contents/MacOS/Stub"), "/m/A.app/Contents");
-  EXPECT_EQ(ViewConst::ContentsFolder("/m/a/contents/MacOS/Stub"), "/m/a/contents");
-  EXPECT_EQ(ViewConst::ContentsFolder("/usr/bin/stub"), "/usr/bin/stub");
-  EXPECT_EQ(ViewConst::BundleOf("/m/A.app/Contents/B/Contents/x"), "/m/A.app");
-}
-
 TEST(Paths, AreTakenApart) {
   const struct {
     std::string path, folder, holder, name, extension;
@@ -54,7 +47,11 @@ TEST(Paths, AreCutAndTurnedAround) {
   for (const auto& row : rows) EXPECT_EQ(CocoaToCarbonPath(row[0], "Disk"), row[1]) << row[0];
 }
 
-TEST(Paths, FindTheBundleAndTheApplications) {
+TEST(Paths, BundlesAndTheApplicationsAreFound) {
+  EXPECT_EQ(ViewConst::ContentsFolder("/m/A.app/Contents/B/Contents/MacOS/Stub"), "/m/A.app/Contents");
+  EXPECT_EQ(ViewConst::ContentsFolder("/m/a/contents/MacOS/Stub"), "/m/a/contents");
+  EXPECT_EQ(ViewConst::ContentsFolder("/usr/bin/stub"), "/usr/bin/stub");
+  EXPECT_EQ(ViewConst::BundleOf("/m/A.app/Contents/B/Contents/x"), "/m/A.app");
   const TemporaryTree tree;
   TestMachine machine(tree);
   EXPECT_EQ(MyAbsolutePath(GetApplicationFolder()), tree.Path("Applications/"));

@@ -27,28 +27,25 @@ TEST(Strings, SearchesCountCharactersAndIgnoreCase) {
 
 TEST(Strings, AreComparedWholeAndSplitAtWholeSeparators) {
   EXPECT_TRUE(NonCaseMatch("STRA\u00C9\xFF", "stra\u00E9\xFF"));
-  EXPECT_FALSE(NonCaseMatch("ab", "a"));
-  EXPECT_FALSE(NonCaseMatch("a", "ab"));
-  EXPECT_FALSE(NonCaseMatch("\xFF", "\xFE"));
+  EXPECT_FALSE(NonCaseMatch("ab", "a") || NonCaseMatch("a", "ab") || NonCaseMatch("\xFF", "\xFE"));
   EXPECT_EQ(FindField("ab,B,c", ",", "b"), 2U);
   EXPECT_EQ(FindField("a,,c", ",", ""), 2U);
   EXPECT_EQ(FindField("", ",", ""), 0U);
   EXPECT_EQ(NthField("a|#|b|#", "|#|", 2), "b|#");
-  EXPECT_EQ(NthField("a,b", ",", 3), "");
-  EXPECT_EQ(NthField("a,b", ",", 0), "");
+  EXPECT_EQ(NthField("a,b", ",", 3) + NthField("a,b", ",", 0), "");
 }
 
 TEST(Strings, LeadingNumbersAreHeldWithinTheirType) {
-  const std::pair<const char*, std::int64_t> rows[] = {
-      {"12abc", 12},
-      {" \t7", 7},
-      {"-3.9", -3},
-      {"+5", 5},
-      {"+-5", 0},
-      {"", 0},
-      {"inf", 0},
-      {"99999999999999999999", std::numeric_limits<std::int64_t>::max()},
-      {"-99999999999999999999", std::numeric_limits<std::int64_t>::min()}};
+  using Limits = std::numeric_limits<std::int64_t>;
+  const std::pair<const char*, std::int64_t> rows[] = {{"12abc", 12},
+                                                       {" \t7", 7},
+                                                       {"-3.9", -3},
+                                                       {"+5", 5},
+                                                       {"+-5", 0},
+                                                       {"", 0},
+                                                       {"inf", 0},
+                                                       {"99999999999999999999", Limits::max()},
+                                                       {"-99999999999999999999", Limits::min()}};
   for (const auto& [text, value] : rows) EXPECT_EQ(IntegerVal(text), value) << text;
 }
 
