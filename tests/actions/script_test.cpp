@@ -32,10 +32,6 @@ TEST(Script, EntriesAreReadByKeyAndForm) {
               {"PreInstallDelete=", Kind::PreInstallDelete},
               {"preinstallcopy=/a;/b;/c", Kind::PreInstallCopy, "", "/a", "/b"},
               {"preinstallcopy=/a", Kind::PreInstallCopy, "", "/a", ""},
-              {"delete=", Kind::Invalid},
-              {"=x", Kind::Invalid},
-              {"x", Kind::Invalid},
-              {"", Kind::Invalid},
               {"Read Me.txt=/b/R.txt", Kind::Copy, "", "Read Me.txt", "/b/R.txt"},
               {"P=[/Host]/Host/P", Kind::Copy, "", "P", "/Host/P", true, "/Host"},
               {"P=[/Host]/P]/dropped", Kind::Copy, "", "P", "/P", true, "/Host"},
@@ -52,6 +48,8 @@ TEST(Script, EntriesAreReadByKeyAndForm) {
     EXPECT_EQ(action.folderTest, row.folderTest);
     EXPECT_TRUE(action.tested == row.tested && action.onlyIfMissing == row.onlyIfMissing);
   }
+  for (const char* entry : {"delete=", "=x", "x", ""})
+    EXPECT_EQ(ParseActions(std::string("shell=x|") + entry)[1].kind, Kind::Invalid) << entry;
   EXPECT_TRUE(ParseActions("").empty());
   EXPECT_EQ(ParseActions("a=/b||shell=x|").size(), 4u);
   EXPECT_EQ(ExpandUserAccount("useraccount/x", "/h"), "/h/x");
@@ -90,20 +88,14 @@ TEST(Programs, AnswersAndScriptFilesAreTakenApart) {
 }
 
 TEST(Requirements, AreMetAtTheirThreshold) {
-  const struct {
-    const char* keyword;
-    int major, minor;
-    const char* complaint;
-  } rows[] = {{"macos10.12", 10, 12, ""},
-              {"MacOS10.12", 10, 11, "Mac OS X 10.12 or later is required."},
-              {"MacOS10.12", 12, 0, ""},
-              {"MacOS10.12", 0, 0, ""},
-              {"MacOS11.1", 0, 0, "Mac OS X 11.1 or later is required."},
-              {"MacOS11.1", 11, 0, "Mac OS X 11.1 or later is required."},
-              {"MacOS11.1", 12, 0, ""},
-              {"MacOS12.0", 1, 0, ""}};
-  for (const auto& row : rows)
-    EXPECT_EQ(VersionComplaint(row.keyword, row.major, row.minor), row.complaint) << row.keyword;
+  const std::tuple<std::string, int, int, bool> rows[] = {
+      {"macos10.12", 10, 12, true}, {"MacOS10.12", 10, 11, false}, {"MacOS10.12", 12, 0, true},
+      {"MacOS10.12", 0, 0, true},   {"MacOS11.1", 0, 0, false},    {"MacOS11.1", 11, 0, false},
+      {"MacOS11.1", 12, 0, true},   {"MacOS12.0", 1, 0, true}};
+  for (const auto& [keyword, major, minor, met] : rows)
+    EXPECT_EQ(VersionComplaint(keyword, major, minor),
+              met ? "" : "Mac OS X " + keyword.substr(5) + " or later is required.")
+        << keyword << major;
   EXPECT_EQ(MemoryComplaint("1gb", 1000), "");
   EXPECT_EQ(MemoryComplaint("1GB", 999), "1 GB RAM is required.");
   EXPECT_EQ(MemoryComplaint("3GB", 1), "");

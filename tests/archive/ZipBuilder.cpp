@@ -46,12 +46,7 @@ std::string Le(std::uint64_t value, int bytes) {
 }
 
 std::uint32_t Crc(const std::string& bytes) {
-  std::uint32_t crc = ~0u;
-  for (const unsigned char byte : bytes) {
-    crc ^= byte;
-    for (int i = 0; i < 8; ++i) crc = crc >> 1 ^ (crc & 1 ? 0xEDB88320u : 0u);
-  }
-  return ~crc;
+  return libdeflate_crc32(0, bytes.data(), bytes.size());
 }
 
 std::string Deflate(const std::string& content) {

@@ -103,14 +103,10 @@ TEST(Destination, NewReplacesNothing) {
 TEST(Destination, LeftoversOfKilledRunsGoAndThoseOfRunningOnesStay) {
   const Sandbox box;
   const std::string left = "target/.ditto-99-0123456789abcdef", used = "target/.ditto-98-0123456789abcdef";
-  std::string deep = left;
-  for (int i = 0; i < 40; ++i) deep += "/0";  // deeper than descriptors are held
-  box.Write(deep + "/2", "x");
-  box.Link(left + "/link", box.Folder("outside"));
+  box.Link(left + "/closed/link", box.Folder("outside"));
   box.Folder("outside/folder");
-  fs::permissions(box.Folder(used), fs::perms(0700));
-  fs::permissions(box.Path(left), fs::perms(0700));
-  fs::permissions(box.Path(left + "/0/0"), fs::perms(0));
+  fs::permissions(box.Path(left + "/closed"), fs::perms(0));
+  for (const std::string& folder : {left, used}) fs::permissions(box.Folder(folder), fs::perms(0700));
   box.Write("a.zip", Bundle());
   const std::string line =
       "exec 9<" + box.Path(used) + " && flock 9 && \"$DITTO\" -xk " + box.Archive() + " " + box.Target();

@@ -26,13 +26,13 @@ TEST(Launch, KindsOfItems) {
       {"notes.txt", LaunchKind::kDocument, ""},
       {".zip", LaunchKind::kDocument, ""},
       {"none", LaunchKind::kNothing, ""},
+      {"dangling", LaunchKind::kDocument, ""},
   };
   for (const auto& row : rows) {
     const LaunchPlan plan = PlanLaunch(FolderItem(tree.Path(row.name)));
     EXPECT_EQ(plan.kind, row.kind) << row.name;
     EXPECT_EQ(plan.program, *row.program == '\0' ? "" : tree.Path(row.program)) << row.name;
   }
-  EXPECT_NE(PlanLaunch(FolderItem(tree.Path("dangling"))).kind, LaunchKind::kProgram);
 }
 
 TEST(Launch, TheProgramOfABundle) {

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "engine/WaitEstimate.h"
 #include "session/SessionTest.h"
 
 class Install : public SessionTest {
@@ -139,6 +140,24 @@ TEST_F(Install, AFailureIsToldOnce) {
   fail();
   EXPECT_EQ(fTree.Read("Applications/Demo/old"), "old") << "nothing could take its place";
   EXPECT_TRUE(fMachine.fLaunched.back().ends_with("/After")) << "the walk goes on";
+}
+
+TEST(WaitEstimate, GrowsWithTheArchiveAndIsCutForLargeOnes) {
+  const struct {
+    std::uint64_t size;
+    std::int64_t ticks, slow;
+  } rows[] = {{0, 30, 60},
+              {2'999'999, 30, 60},
+              {3'000'000, 60, 120},
+              {30'000'000, 330, 660},
+              {30'000'001, 165, 330},
+              {300'000'000, 1515, 3030},
+              {300'000'001, 757, 1515},
+              {6'000'000'000, 15'007, 30'015}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(EstimateTicks(row.size, false), row.ticks) << row.size;
+    EXPECT_EQ(EstimateTicks(row.size, true), row.slow) << row.size;
+  }
 }
 
 TEST_F(Install, AnUnwatchedExpansionGetsItsTime) {

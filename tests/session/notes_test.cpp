@@ -96,13 +96,14 @@ TEST_F(Notes, KeysPressTheButtonsTheyBelongToUnlessTheyAreHeld) {
 
 TEST_F(Notes, InformationIsShownAgainAndAgain) {
   fPackage.textData[5] = "one|<b>two</b> & caf\u00E9";
-  for (const bool close : {false, true, false}) {
+  const auto look = [](QWidget& window) {
+    const auto& text = Find<QPlainTextEdit>(window, kPlain);
+    EXPECT_EQ(text.toPlainText(), "one\n<b>two</b> & caf\u00E9");
+    EXPECT_TRUE(text.isReadOnly());
+  };
+  for (const bool close : {true, false}) {
     Expect({.window = kMain, .press = "InfoBtn"});
-    Expect({.window = kPlain, .press = close ? "" : "OKBtn", .close = close, .look = [](QWidget& window) {
-              const auto& text = Find<QPlainTextEdit>(window, kPlain);
-              EXPECT_EQ(text.toPlainText(), "one\n<b>two</b> & caf\u00E9");
-              EXPECT_TRUE(text.isReadOnly());
-            }});
+    Expect({.window = kPlain, .press = close ? "" : "OKBtn", .close = close, .look = look});
   }
   Expect({.window = kMain, .press = "QuitBtn"});
   RunInVain();

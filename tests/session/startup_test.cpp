@@ -55,13 +55,10 @@ TEST_F(Startup, TheWindowShowsWhatThePackageSetsAndCloses) {
                                     {"QuitBtn", " "}}));
             EXPECT_EQ(Find<QLabel>(window, "MessageLabel").textFormat(), Qt::PlainText);
             EXPECT_TRUE(Find<QLabel>(window, "MessageLabel").alignment() & Qt::AlignHCenter);
-            int end = 0;
-            for (const char* name : {"InfoBtn", "QuitBtn", "InstallBtn"}) {
-              const QRect button = Find<QPushButton>(window, name).geometry();
-              EXPECT_GT(button.left(), end) << name;
-              end = button.right();
-            }
-            EXPECT_LT(end, window.width());
+            const auto place = [&](const char* name) { return Find<QPushButton>(window, name).geometry(); };
+            EXPECT_LT(place("InfoBtn").right(), place("QuitBtn").left());
+            EXPECT_LT(place("QuitBtn").right(), place("InstallBtn").left());
+            EXPECT_LT(place("InstallBtn").right(), window.width());
           }});
   RunInVain();
 }

@@ -1,6 +1,19 @@
 // SPDX-License-Identifier: MIT
 // Folders that an install must not go to: nothing is deleted and nothing written for them.
+#include "engine/Target.h"
 #include "session/SessionTest.h"
+
+TEST(TargetNames, LeadNowhereElse) {
+  for (const char* name :
+       {"Demo", "De mo.app", "Caf\u00E9", "...", "..x", ".hidden", "Sub/Demo", "a\\b", "-x", "~"})
+    EXPECT_TRUE(IsTargetName(name)) << name;
+  for (const char* name :
+       {"", ".", "..", "/x", "x/", "../x", "a/..", "a/../b", "a/./b", "a//b", "a\nb", "a\x7F", "/"})
+    EXPECT_FALSE(IsTargetName(name)) << name;
+  EXPECT_FALSE(IsTargetName(std::string("a\0b", 3)));
+  EXPECT_TRUE(LiesIn("/a/b", "/a") && LiesIn("/a", "/a") && LiesIn("/a", "/"));
+  EXPECT_FALSE(LiesIn("/ab", "/a") || LiesIn("/", "/a") || LiesIn("/a", "/a/b"));
+}
 
 class Targets : public SessionTest {};
 
@@ -50,12 +63,11 @@ TEST_F(Targets, ALinkAtTheTargetGoesAndWhatItLeadsToStays) {
 }
 
 TEST_F(Targets, NoUsableFolderEndsTheRunWithNothingWritten) {
-  const Step rows[] = {{.window = "SelectFolderDialog", .key = Qt::Key_Escape},
-                       {.window = "SelectFolderDialog", .close = true},
-                       {.window = "SelectFolderDialog", .choose = "/"}};
-  for (const Step& row : rows) {
+  const char* const kDialog = "SelectFolderDialog";
+  for (const Step& answer :
+       {Step{.window = kDialog, .close = true}, Step{.window = kDialog, .choose = "/"}}) {
     ExpectInstallPressed();
-    Expect(row);
+    Expect(answer);
     RunInVain();
   }
   EXPECT_TRUE(fMachine.fLaunched.empty());
