@@ -24,7 +24,7 @@ class Archives : public Workshop {
 };
 
 TEST_F(Archives, ATreeKeepsItsRightsLinksTimesAndNames) {
-  Write("payload/Tool", std::string(5000, 'x'), 0755);
+  Write("payload/Tool", std::string(5000, 'x'), 0777);
   Write("payload/Grüße – 京都.txt", "é");
   Write("payload/Fixed/file", "", 0444);
   Folder("payload/Empty");
@@ -44,12 +44,18 @@ TEST_F(Archives, ATreeKeepsItsRightsLinksTimesAndNames) {
                       {"Lamp/Fixed/file", "file 444 "},
                       {"Lamp/Grüße – 京都.txt", "file 644 é"},
                       {"Lamp/Read Me.txt", "file 644 Hello.\n"},
-                      {"Lamp/Tool", "file 755 " + std::string(5000, 'x')}}),
+                      {"Lamp/Tool", "file 777 " + std::string(5000, 'x')}}),
             Expanded(archive));
   EXPECT_NE(std::string::npos, archive.find("UT\x05\0\x01\x78\x56\x34\x12"s)) << "the time of the tool";
   // Bit 11 of the flags of the local header says that the name is UTF-8.
   EXPECT_EQ(0x08, archive[archive.find("Lamp/Grüße") - 30 + 7] & 0x08);
   EXPECT_LT(archive.size(), 5000U);
+  std::size_t at = 0;
+  for (const char* name :
+       {"Current", "Dangling", "Empty/", "Fixed/", "Fixed/file", "Grüße", "Read Me.txt", "Tool"}) {
+    EXPECT_LT(at, archive.find(std::string("Lamp/") + name)) << "the order is the same in each run";
+    at = archive.find(std::string("Lamp/") + name);
+  }
 
   ASSERT_EQ("", Pack(Describe()));
   EXPECT_EQ(archive, Unscrambled(Resource("Data2"))) << "the same tree gives the same bytes";

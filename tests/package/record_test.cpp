@@ -47,11 +47,17 @@ TEST(Record, ShortAndStrangeRecordsReadAsFarAsTheyGo) {
 }
 
 TEST(Record, NotesAreDecodedByTheirForm) {
-  const char* const rows[][2] = {
-      {"", ""},        {"one|caf\u00E9||", "one\ncaf\u00E9\n\n"}, {"<HTML>|</HTML>", "<HTML>\n</HTML>"},
-      {"$HTML$", ""},  {"$HTML$3C004800540E", "<H\u0E54"},        {"$html$4100", "A"},
-      {"$HTML$4", ""},
-  };
+  const char* const rows[][2] = {{"", ""},
+                                 {"one|caf\u00E9||", "one\ncaf\u00E9\n\n"},
+                                 {"<HTML>|</HTML>", "<HTML>\n</HTML>"},
+                                 {"$HTML$", ""},
+                                 {"$HTML$3C004800540E", "<H\u0E54"},
+                                 {"$html$4100", "A"},
+                                 {"$HTML$4", ""},
+                                 {"$HTML$3DD800DE", "\U0001F600"},
+                                 {"$HTML$3DD84100", "\uFFFDA"},
+                                 {"$HTML$4100420", "A"}};
   for (const auto& row : rows) EXPECT_EQ(DecodeNote(row[0]), row[1]) << row[0];
+  EXPECT_EQ(DecodeNote(std::string_view("|X\0x", 4)), "\nX") << "up to a NUL";
   EXPECT_EQ(DecodeNote("x$HTML$4"), DecodeNote("$HTML$$4")) << "six characters go, wherever the mark stands";
 }

@@ -48,20 +48,6 @@ TEST_F(Targets, TheRunningInstallerIsNotDeletedByItself) {
   }
 }
 
-TEST_F(Targets, ALinkAtTheTargetGoesAndWhatItLeadsToStays) {
-  fTree.Write("outside/kept", "kept");
-  fTree.Folder("chosen");
-  fTree.Link("chosen/Demo", fTree.Path("outside"));
-  fTree.Link("chosen/Demo.zip", fTree.Path("outside/kept"));
-  const TemporaryTree::Contents before = fTree.Look("outside");
-  ExpectInstallPressed();
-  ExpectChosen("chosen");
-  Run();
-  EXPECT_EQ(fTree.Look("outside"), before);
-  EXPECT_EQ(fTree.Look("chosen"),
-            (TemporaryTree::Contents{{"Demo", "folder 755"}, {"Demo/content", "file 644 archive"}}));
-}
-
 TEST_F(Targets, NoUsableFolderEndsTheRunWithNothingWritten) {
   const char* const kDialog = "SelectFolderDialog";
   for (const Step& answer :

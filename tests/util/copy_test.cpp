@@ -43,18 +43,16 @@ TEST_F(Copies, RefuseWhatTheyCannotTakeAndNeverEatTheirOwnSource) {
   fTree.Link("link", fTree.Path("folder"));
   ASSERT_EQ(::mkfifo(fTree.Path("pipe").c_str(), 0644), 0);
   const TemporaryTree::Contents before = fTree.Look();
-  const char* const rows[][2] = {
-      {"pipe", "copy"},
-      {"none", "folder2/copy"},
-      {"folder/file", "a/b"},
-      {"folder/file", "folder/file"},
-      {"link/file", "folder/file"},
-      {"folder//file", "folder/file"},
-      {"folder/sub/../file", "folder/file"},
-      {"folder", "folder/"},
-      {"folder", "link/../folder"},
-      {"folder/sub", "folder"},
-  };
+  const char* const rows[][2] = {{"pipe", "copy"},
+                                 {"none", "folder2/copy"},
+                                 {"folder/file", "a/b"},
+                                 {"folder/file", "folder/file"},
+                                 {"link/file", "folder/file"},
+                                 {"folder//file", "folder/file"},
+                                 {"folder/sub/../file", "folder/file"},
+                                 {"folder", "folder/"},
+                                 {"folder", "link/../folder"},
+                                 {"folder/sub", "folder"}};
   for (const auto& row : rows) {
     const std::string from = fTree.Path(row[0]), to = fTree.Path(row[1]);
     EXPECT_FALSE(CopyFile(from, to) || CopyFileB(from, to)) << from << " to " << to;

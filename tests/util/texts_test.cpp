@@ -103,12 +103,3 @@ TEST(Strings, LeadingNumbersAreHeldWithinTheirType) {
                                                        {"-99999999999999999999", Limits::min()}};
   for (const auto& [text, value] : rows) EXPECT_EQ(IntegerVal(text), value) << text;
 }
-
-TEST(Strings, AreDecoded) {
-  EXPECT_EQ(UnicodeFromHex("AC20E900", true), "\u20AC\u00E9");
-  EXPECT_EQ(UnicodeFromHex("3DD800DE", true), "\U0001F600");
-  EXPECT_EQ(UnicodeFromHex("3DD84100", true), "\uFFFDA") << "half a pair";
-  EXPECT_EQ(UnicodeFromHex("4100420", true), "A") << "half a unit at the end";
-  EXPECT_EQ(UnicodeFromHex("4100", false), "4100");
-  EXPECT_EQ(ReplaceCh1WithCh2(std::string("x|X\0x", 5), 'x', '-'), "-|-") << "up to a NUL, in either case";
-}
