@@ -17,8 +17,9 @@ class Archives : public Workshop {
   // What the runtime's helper makes of an archive.
   Contents Expanded(const std::string& bytes) const {
     fs::remove_all(Path("expanded"));
-    const std::string line = std::string(DITTO_PROGRAM) + " -xk '" + Write("opened.zip", bytes) + "' '";
-    EXPECT_EQ(0, std::system((line + Path("expanded") + "'").c_str()));
+    const std::string paths = " -xk '" + Write("opened.zip", bytes) + "' '" + Path("expanded") + "'";
+    // Leaks can't be looked for behind the helper's wall.
+    EXPECT_EQ(0, std::system(("ASAN_OPTIONS=detect_leaks=0 " DITTO_PROGRAM + paths).c_str()));
     return Look("expanded");
   }
 };
