@@ -3,6 +3,7 @@
 #include "platform/archive/LocalHeaders.h"
 
 #include <algorithm>
+#include <atomic>
 #include <numeric>
 #include <thread>
 
@@ -103,7 +104,7 @@ class Checker {
 }  // namespace
 
 const char* Peek::At(std::uint64_t offset, std::size_t length) {
-  constexpr std::size_t kAhead = 512;
+  constexpr std::size_t kAhead = 16 << 10;  // a few calls for many small entries
   if (offset >= fStart && offset - fStart <= fBytes.size() && length <= fBytes.size() - (offset - fStart))
     return fBytes.data() + (offset - fStart);
   const std::uint64_t left = fSource.Size() - std::min(offset, fSource.Size());
@@ -127,22 +128,28 @@ std::vector<std::uint32_t> OrderInFile(const std::vector<Entry>& entries) {
 }
 
 Status CheckLocalHeaders(const Source& source, std::vector<Entry>& entries,
-                         const std::vector<std::uint32_t>& order, std::uint64_t limit, unsigned threads) {
-  constexpr std::size_t kWorthAThread = 2048;
-  const std::size_t pieces = std::clamp<std::size_t>(order.size() / kWorthAThread, 1, std::max(threads, 1u));
+                         const std::vector<std::uint32_t>& order, std::uint64_t limit, unsigned threads,
+                         const std::function<void()>& meanwhile) {
+  constexpr std::size_t kPiece = 2048;
+  const std::size_t pieces = (order.size() + kPiece - 1) / kPiece;
   std::vector<Status> results(pieces);
-  const auto check = [&](std::size_t piece) {
+  std::atomic<std::size_t> next{0};
+  const auto check = [&] {
     Checker checker(source);
-    const std::size_t last = order.size() * (piece + 1) / pieces;
-    for (std::size_t i = order.size() * piece / pieces; i < last && results[piece].Ok(); ++i) {
-      const std::uint64_t next = i + 1 < order.size() ? entries[order[i + 1]].header : limit;
-      results[piece] = checker.Check(entries[order[i]], next);
+    for (std::size_t piece = next++; piece < pieces; piece = next++) {
+      const std::size_t last = std::min((piece + 1) * kPiece, order.size());
+      for (std::size_t i = piece * kPiece; i < last && results[piece].Ok(); ++i) {
+        const std::uint64_t end = i + 1 < order.size() ? entries[order[i + 1]].header : limit;
+        results[piece] = checker.Check(entries[order[i]], end);
+      }
     }
   };
-  std::vector<std::thread> others;
-  for (std::size_t piece = 1; piece < pieces; ++piece) others.emplace_back(check, piece);
-  check(0);
-  for (std::thread& other : others) other.join();
+  std::vector<std::jthread> others;
+  for (std::size_t thread = 1; thread < std::min<std::size_t>(threads, pieces); ++thread)
+    others.emplace_back(check);
+  meanwhile();
+  check();
+  for (std::jthread& other : others) other.join();
   const auto bad = std::find_if(results.begin(), results.end(), [](const Status& s) { return !s.Ok(); });
   return bad == results.end() ? Status() : *bad;
 }

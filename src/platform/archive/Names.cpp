@@ -70,9 +70,7 @@ Status CheckPath(std::string_view path) {
   if (path.size() > kLongestPath) return Fail("the entry ", Quoted(path), " has too long a path");
   if (path.front() == '/') return Fail("the entry ", Quoted(path), " has an absolute name");
   if (IsDrive(path)) return Fail("the entry ", Quoted(path), " names a drive");
-  for (std::size_t i = 0; i < path.size(); ++i)
-    if (IsControl(path.substr(i)))
-      return Fail("the entry ", Quoted(path), " has a control character in its name");
+  if (HoldsControl(path)) return Fail("the entry ", Quoted(path), " has a control character in its name");
 
   std::string_view rest = path;
   if (rest.back() == '/') rest.remove_suffix(1);

@@ -94,8 +94,10 @@ Result<Plan> ReadPlan(const Source& source, unsigned threads) {
     Status status = RecoverWrapped(source, entries, place->start);
     if (!status.Ok()) return status;
   }
-  Status status = CheckLocalHeaders(source, entries, OrderInFile(entries), place->start, threads);
-  if (status.Ok()) status = AddItems(plan);
+  Status added;
+  Status status = CheckLocalHeaders(source, entries, OrderInFile(entries), place->start, threads,
+                                    [&] { added = AddItems(plan); });
+  if (status.Ok()) status = added;
   if (status.Ok()) status = CollectFilesAndLinks(source, plan);
   if (status.Ok()) status = CheckLinks(plan.tree, plan.links);
   if (!status.Ok()) return status;

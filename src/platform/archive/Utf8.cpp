@@ -53,7 +53,21 @@ bool IsUtf8(std::string_view text) {
 }
 
 bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+  // Without an early end the compiler takes many characters at once.
+  unsigned char all = 0;
+  for (const char c : text) all |= static_cast<unsigned char>(c);
+  return all < 0x80;
+}
+
+bool HoldsControl(std::string_view text) {
+  bool suspicious = false;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    suspicious |= byte < 0x20 || byte == 0x7F || byte == 0xC2;
+  }
+  for (; suspicious && !text.empty(); text.remove_prefix(1))
+    if (IsControl(text)) return true;
+  return false;
 }
 
 bool IsControl(std::string_view text) {

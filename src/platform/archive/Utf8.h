@@ -17,6 +17,8 @@ bool IsAscii(std::string_view text);
 
 /// Whether `text`, which begins with a valid character, begins with a control character (C0, DEL, C1).
 bool IsControl(std::string_view text);
+/// Whether one stands anywhere in it.
+bool HoldsControl(std::string_view text);
 
 void AppendUtf8(std::string& to, char32_t character);
 
