@@ -51,8 +51,8 @@ int main() {
     const std::string pixels = MakePixels(runs, digits);
     bool whole = true;
     // The first touch of a fresh page belongs to both.
-    const double ours = BestMilliseconds(
-        [&] { whole = whole && DecodePicture(kWidth, kHeight, pixels).has_value(); });
+    const double ours =
+        BestMilliseconds([&] { whole = whole && DecodePicture(kWidth, kHeight, pixels).has_value(); });
     const double copy = BestMilliseconds([&] {
       std::vector<char> target;
       target.resize(digits.size());

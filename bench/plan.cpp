@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Reads the named archive's plan several times, as the expansion helper does before it writes, and prints the
 // median in milliseconds.
+#include "platform/archive/Plan.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,8 +12,6 @@
 #include <chrono>
 #include <cstdio>
 #include <thread>
-
-#include "platform/archive/Plan.h"
 
 int main(int argc, char** argv) {
   if (argc != 2) return 2;

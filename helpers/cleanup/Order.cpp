@@ -73,7 +73,8 @@ std::vector<std::string> KeptFolders() {
   const char* temporary = std::getenv("TMPDIR");
   const passwd* self = ::getpwuid(::getuid());
   if (home != nullptr) AddUserFolders(home, folders);
-  for (const char* folder : {home, temporary, self != nullptr ? static_cast<const char*>(self->pw_dir) : home})
+  for (const char* folder :
+       {home, temporary, self != nullptr ? static_cast<const char*>(self->pw_dir) : home})
     if (folder != nullptr) folders.emplace_back(folder);
   ::setpwent();
   while (const passwd* user = ::getpwent()) folders.emplace_back(user->pw_dir);

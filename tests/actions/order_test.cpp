@@ -46,7 +46,8 @@ TEST(CleanupOrder, WhatIsMountedStaysWhereverItLies) {
   tree.Write("elsewhere/kept", "kept");
   tree.Folder("Setup/mounted");
   if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-      ::mount(tree.Path("elsewhere").c_str(), tree.Path("Setup/mounted").c_str(), nullptr, MS_BIND, nullptr) != 0)
+      ::mount(tree.Path("elsewhere").c_str(), tree.Path("Setup/mounted").c_str(), nullptr, MS_BIND,
+              nullptr) != 0)
     GTEST_SKIP() << "no right to mount";
   EXPECT_NE(Objection(tree.Path("Setup/mounted"), {}), "");
   EXPECT_FALSE(DeleteTreeAt(tree.Path("Setup"), [] {}));

@@ -32,8 +32,8 @@ TEST_F(Actions, TheScriptRunsEntryByEntryPastItsFailures) {
                           "/old|missing=" + path + "/x|nonsense|content=UserAccount/new/deep/c|content={" +
                           saved + "}|content=[" + path + "/nowhere]" + path +
                           "/y|createfolder=UserAccount/made/it|delete=" + path +
-                          "/Applications/Demo/content|Tool.app=" + path +
-                          "/Tool.app|Tool.app=" + path + "/Applications/Demo/Tool.app|shell=head -c 300000 /dev/zero; echo done > '" + path +
+                          "/Applications/Demo/content|Tool.app=" + path + "/Tool.app|Tool.app=" + path +
+                          "/Applications/Demo/Tool.app|shell=head -c 300000 /dev/zero; echo done > '" + path +
                           "/shell'|shellfile=run|allusersfullaccess=" + path + "/shell|shell=";
   ExpectInstallPressed();
   for (const char* message : {"Missing File: missing", "Contact Publisher", "Contact Publisher"})
@@ -69,7 +69,8 @@ TEST_F(Actions, ProgramsAreHeardForAsLongAsTheySayWait) {
 
 TEST_F(Actions, ABundleSurvivesTheSharedFolderWhateverStandsThere) {
   EXPECT_TRUE(GoesThroughSharedFolder("/applications/Sub/Tool.APP/x"));
-  EXPECT_FALSE(GoesThroughSharedFolder("/Applications/Docs") || GoesThroughSharedFolder("/L/Applications/T.app"));
+  EXPECT_FALSE(GoesThroughSharedFolder("/Applications/Docs") ||
+               GoesThroughSharedFolder("/L/Applications/T.app"));
   fTree.Write("Tool.app/Contents/Tool", "tool", 0755);
   fTree.Write("kept/file", "kept");
   const TemporaryTree::Contents bundle = fTree.Look("Tool.app");

@@ -60,9 +60,9 @@ bool NativeApplication::notify(QObject* receiver, QEvent* event) {
 }
 
 Application::Application(int& argc, char** argv, const std::function<bool()>& sharesClipboard) {
-  const bool hasBoth = qEnvironmentVariableIsSet("DISPLAY") &&
-                       (qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
-                        qgetenv("XDG_SESSION_TYPE") == "wayland");
+  const bool hasBoth =
+      qEnvironmentVariableIsSet("DISPLAY") &&
+      (qEnvironmentVariableIsSet("WAYLAND_DISPLAY") || qgetenv("XDG_SESSION_TYPE") == "wayland");
   const bool throughX11 = hasBoth && !qEnvironmentVariableIsSet(kPlatform) && sharesClipboard();
   if (throughX11) qputenv(kPlatform, "xcb;wayland");
   qInstallMessageHandler(TakeMessage);

@@ -80,7 +80,8 @@ void NativeLabel::Fit() {
   // tell something.
   const bool isPath = fShown.startsWith('/');
   const auto cut = [this, isPath](qsizetype length) {
-    return isPath ? fShown.left(length / 2) + "…" + fShown.right(length - length / 2) : fShown.left(length) + "…";
+    return isPath ? fShown.left(length / 2) + "…" + fShown.right(length - length / 2)
+                  : fShown.left(length) + "…";
   };
   qsizetype fitting = 0;
   for (qsizetype step = fShown.size(); step > 0; step /= 2) {
