@@ -17,7 +17,7 @@ void TakeThroughSharedFolder(const std::string& bundle) {
   ViewConst::ForceDirectories(shared, false);
   if (!ViewConst::DirectoryExists(shared)) return;
   const FolderItem onTheWay = FolderItem(shared).Child(FolderItem(bundle).Name());
-  const std::string temporary = onTheWay.NativePath();
+  const std::string& temporary = onTheWay.NativePath();
   if (temporary == shared) return;
   ViewConst::DeleteFolderOrApp(temporary);
   // What others could exchange on the way must not come back into the applications.
