@@ -30,12 +30,14 @@ void SetLeft(PushButton& button, int left) {
 }  // namespace
 
 MessageModal::MessageModal() : Window({572, 243}, "Error Message") {
-  for (PushButton* button : {&Btn1, &Btn2, &Btn3}) {
-    button->OnAction([this, button] {
-      fBtnName = button->Caption();
-      Hide();
-    });
-  }
+  Btn1.OnAction([this] { Btn1_Action(); });
+  Btn2.OnAction([this] { Btn2_Action(); });
+  Btn3.OnAction([this] { Btn3_Action(); });
+}
+
+void MessageModal::Close(const PushButton& pressed) {
+  fBtnName = pressed.Caption();
+  Hide();
 }
 
 Size MessageSizeStep(std::string_view message) {

@@ -18,7 +18,22 @@ class MessageModal : public Window {
   PushButton Btn3{*this, "Btn3", {472, 203, 80, 20}, "Btn3"};
   /// The caption of the button that closed the dialog.
   std::string fBtnName;
+
+  void Btn1_Action() { Close(Btn1); }
+  void Btn2_Action() { Close(Btn2); }
+  void Btn3_Action() { Close(Btn3); }
+
+ private:
+  void Close(const PushButton& pressed);
 };
+
+/// Both show a window and return when it has been hidden: one for the shared dialog, one for sized ones.
+inline void DoShowModal(Window& window) {
+  window.ShowModal();
+}
+inline void ModalScriptShow(Window& window) {
+  window.ShowModal();
+}
 
 /// How much a message's dialog differs from the design, by its number of characters and line breaks.
 Size MessageSizeStep(std::string_view message);

@@ -28,7 +28,7 @@ void ShowShared(const std::string& text) {
   dialog.Btn3.SetCaption("OK");
   dialog.Btn3.SetRole(PushButton::Default);
   dialog.Btn3.SetVisible(true);
-  dialog.ShowModal();
+  DoShowModal(dialog);
 }
 
 std::string TextOrUnknown(const std::string& text) {
@@ -76,7 +76,7 @@ bool ViewConst::YesNoDialog(int number) {
   dialog.Btn3.SetCaption("No");
   dialog.Btn3.SetRole(PushButton::Cancel);
   MessageModalStartSize(dialog, text);
-  dialog.ShowModal();
+  ModalScriptShow(dialog);
   MessageModalEndSize(dialog, text);
   return dialog.fBtnName == "Yes";
 }
