@@ -32,7 +32,7 @@ struct Entry {
   Kind kind = Kind::File;
   /// No zip64 field: `size` may be the rest of 2^32 if the data goes on beyond it.
   bool sizeWraps = false;
-  /// Resource forks and the like: checked as every entry, never written.
+  /// Resource forks and the like: their headers are checked as every entry's, their data is not read.
   bool leftOut = false;
 
   bool Deflated() const { return method != 0; }

@@ -35,7 +35,8 @@ Jobs::Jobs(const Plan& plan, unsigned workers) : fBytes(plan.bytes) {
   }
   std::stable_sort(fLarge.begin(), fLarge.end(),
                    [](const Job& a, const Job& b) { return a.bytes > b.bytes; });
-  for (unsigned i = 0; i < std::max(workers, 1u); ++i) {
+  workers = std::max(workers, 1U);
+  for (unsigned i = 0; i < workers; ++i) {
     fParts.push_back(std::make_unique<Part>());
     fParts.back()->begin = fParts.back()->next = fRuns.size() * i / workers;
     fParts.back()->end = fRuns.size() * (i + 1) / workers;

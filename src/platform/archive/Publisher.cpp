@@ -79,9 +79,9 @@ Status Publisher::FindFreeName(NodeId node, int place) {
   for (int number = 2; name != fExpected && name != fExpected + "Patch" && number < kMostTries; ++number) {
     const std::string free = name.substr(0, stem) + " " + std::to_string(number) + name.substr(stem);
     struct stat facts;
-    const bool isTaken = fstatat(place, free.c_str(), &facts, AT_SYMLINK_NOFOLLOW) == 0 ||
-                         fPlan.tree.Find(kRoot, free) != kNoNode;
-    if (isTaken) continue;
+    const bool isFree = fstatat(place, free.c_str(), &facts, AT_SYMLINK_NOFOLLOW) != 0 && errno == ENOENT &&
+                        fPlan.tree.Find(kRoot, free) == kNoNode;
+    if (!isFree) continue;
     fFreeNames[node] = free;
     return {};
   }
