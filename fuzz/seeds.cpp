@@ -14,13 +14,8 @@ Zip Of(std::vector<Item> items) {
   return zip;
 }
 
-Item Packed(Item item) {
-  item.deflate = true;
-  return item;
-}
-
 Zip Long64() {
-  Zip zip = Of({File("a", "alpha"), Packed(File("b", "beta beta beta"))});
+  Zip zip = Of({File("a", "alpha"), Packed("b", "beta beta beta")});
   for (Item& item : zip.items)
     item.local = item.central = [](Says& s) {
       s.extra = Extra(1, Le(s.size, 8) + Le(s.compressed, 8));
@@ -36,14 +31,11 @@ Zip Long64() {
 
 /// Names in every encoding: code page 437 with backslashes, flagged UTF-8, a Unicode path field.
 Zip Names() {
-  const Item dos = With(File("dir\\\x81.txt"), [](Item& i) { i.host = 0; });
-  const Item flagged = With(File("gr\xC3\xB6\xC3\x9F"
-                                 "e"),
-                            [](Item& i) { i.flags = 1 << 11; });
-  const Item field = With(File("plain"), [](Item& i) {
-    i.centralExtra =
-        Extra(0x7075, "\1" + Le(Crc("plain"), 4) + "d/\xC3\xBC") + Extra(0x5455, "\1" + Le(1234567890, 4));
-  });
+  const Item dos{.name = "dir\\\x81.txt", .host = 0};
+  const Item flagged{.name = "gr\u00F6\u00DFe", .flags = 1 << 11};
+  const Item field{.name = "plain",
+                   .centralExtra = Extra(0x7075, "\1" + Le(Crc("plain"), 4) + "d/\u00FC") +
+                                   Extra(0x5455, "\1" + Le(1234567890, 4))};
   return Of({dos, flagged, field, File("__MACOSX/._x")});
 }
 
@@ -59,7 +51,7 @@ Zip Reversed() {
 /// Beyond 4 GiB by a hole in the data of the first entry: every 32-bit field is a rest.
 std::string Wrapped() {
   const std::size_t inData = 30 + 1 + 2;
-  return "HOLE" + Le(inData, 4) + '\1' + Of({File("a", "alpha"), Packed(File("b", "beta"))}).Bytes();
+  return "HOLE" + Le(inData, 4) + '\1' + Of({File("a", "alpha"), Packed("b", "beta")}).Bytes();
 }
 
 void Write(const std::string& path, const std::string& bytes) {
@@ -73,17 +65,21 @@ int main(int, char** arguments) {
   const std::string stored = Of({File("a"), File("b/c", "x")}).Bytes();
   Write(folder + "empty", Of({}).Bytes());
   Write(folder + "stored", stored);
-  Write(folder + "deflated",
-        Of({Packed(File("a", std::string(9000, 'a') + "bcd")), Packed(File("b", ""))}).Bytes());
+  Write(folder + "deflated", Of({Packed("a", std::string(9000, 'a') + "bcd"), Packed("b", "")}).Bytes());
   Write(folder + "folders", Of({Folder("d/"), Folder("d/e/", 040555), File("d/e/f"), File("i/j/k")}).Bytes());
-  Write(folder + "links", Of({File("F/V/A/F"), Link("F/V/C", "A"), Link("F/F", "V/C/F"),
-                              Link("up", "F/V/C/../A"), Packed(Link("l", "F"))})
-                              .Bytes());
+  Item packedLink = Link("l", "F");
+  packedLink.deflate = true;
+  Write(folder + "links",
+        Of({File("F/V/A/F"), Link("F/V/C", "A"), Link("F/F", "V/C/F"), Link("up", "F/V/C/../A"), packedLink})
+            .Bytes());
   Write(folder + "names", Names().Bytes());
   for (const Tail tail : {Tail::Short, Tail::ShortMarked, Tail::Long, Tail::LongMarked}) {
-    const auto tailed = [&](const Item& item) { return With(item, [&](Item& i) { i.tail = tail; }); };
+    const auto tailed = [tail](Item item) {
+      item.tail = tail;
+      return item;
+    };
     Write(folder + "descriptor" + std::to_string(static_cast<int>(tail)),
-          Of({tailed(Packed(File("a", "alpha"))), tailed(File("b", "beta"))}).Bytes());
+          Of({tailed(Packed("a", "alpha")), tailed(File("b", "beta"))}).Bytes());
   }
   Zip commented = Of({File("a")});
   commented.ending = [](Ending& e) { e.comment = "a comment"; };
