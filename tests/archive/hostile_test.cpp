@@ -64,6 +64,8 @@ TEST(Hostile, NamesThatMayNotBeCreated) {
       {"broken UTF-8 that claims to be some", ZipOf({{.name = "x\xFFy", .flags = 1 << 11}}), "no UTF-8"});
   rows.push_back({"a Unicode field that climbs",
                   ZipOf({{.name = "plain", .centralExtra = field("../outside")}}), "\"..\""});
+  rows.push_back({"a Unicode field that only the local header has",
+                  ZipOf({{.name = "plain", .localExtra = field("other")}}), "another name"});
   rows.push_back({"a flagged name and another one in the Unicode field",
                   ZipOf({{.name = "plain", .flags = 1 << 11, .centralExtra = field("other")}}), "two names"});
   ExpectRefused(rows);
@@ -156,6 +158,7 @@ TEST(Hostile, DirectoriesThatLie) {
       {"cut in the directory", good.substr(0, good.size() - 30), "no zip archive"},
       {"cut in the end record", good.substr(0, good.size() - 1), "no zip archive"},
       {"bytes behind the end", good + "x", "no zip archive"},
+      {"bytes behind zeros behind the end", good + std::string(100, '\0') + "x", "no zip archive"},
       {"cut at the front", good.substr(10), "not where"},
       {"a hole in the directory", holed, "damaged after \"a\""},
       {"too many counted", ends([](Ending& e) { e.count = ++e.countHere; }), "as many"},

@@ -81,6 +81,7 @@ TEST(Ordinary, FormsOfTheArchive) {
   const Zip long64{.items = each([&](Item& i) { i.local = i.central = say64; }), .ending = end64};
   Zip prepended64 = long64;
   prepended64.before = std::string(777, '#');
+  const std::string named = Extra(0x7075, "\1" + Le(Crc("plain"), 4) + "a");
   const struct {
     const char* why;
     Zip zip;
@@ -91,6 +92,9 @@ TEST(Ordinary, FormsOfTheArchive) {
       {"long record with its mark", tailed(Tail::LongMarked)},
       {"comment", {.items = two, .ending = [](Ending& e) { e.comment = std::string(0xFFFF, 'c'); }}},
       {"comment with half a mark", {.items = two, .ending = [](Ending& e) { e.comment = "PK\5"; }}},
+      {"a Unicode name in both headers",
+       {.items = {{.name = "plain", .content = "alpha", .centralExtra = named, .localExtra = named},
+                  two[1]}}},
       {"bytes before, not counted", {.items = two, .before = std::string(1000, '#')}},
       {"bytes before, counted", {.items = two, .before = std::string(1000, '#'), .countsBefore = true}},
       {"a gap before the directory", {.items = two, .between = "gap"}},
@@ -108,6 +112,7 @@ TEST(Ordinary, FormsOfTheArchive) {
   for (const auto& row : rows)
     EXPECT_EQ(made(row.zip.Bytes()), (Snapshot{{"a", "file 644 alpha"}, {"b", "file 644 beta"}})) << row.why;
   EXPECT_EQ(made(ZipOf({})), Snapshot{});
+  EXPECT_EQ(made(ZipOf({File("a")}) + std::string(10'000, '\0')).size(), 1u) << "filled up to a block";
   EXPECT_EQ(made(ZipOf({File("last.zip", ZipOf({File("a")}))})).size(), 1u) << "no second end";
 }
 

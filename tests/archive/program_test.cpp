@@ -98,6 +98,18 @@ TEST_F(Program, IsKilledAtAnyMomentAndANewRunSucceeds) {
 TEST_F(Program, LeavesAllAsItWasWhenACallFails) {
   if (RunShell("strace -o /dev/null true").status != 0)
     GTEST_SKIP() << "calls can't be made to fail without strace";
+  Write("a.zip", ZipOf({File("a/f"), File("notes"), ziptest::Link("z", "notes")}));
+  for (const char* when : {"1", "2", "3"}) {
+    Folder("target");
+    RunShell("strace -f -o /dev/null -e inject=renameat2:signal=KILL:when=" + std::string(when) + " " +
+             Ditto("--no-sync --new"));
+    EXPECT_FALSE(Has("target/a") && !Has("target/z")) << "what the archive is for comes last";
+    if (!Has("target/a")) {
+      EXPECT_EQ(RunShell(Ditto("--no-sync --new")).status, 0) << when;
+    }
+    EXPECT_EQ(Read("target/a/f"), "content\n");
+    fs::remove_all(Target());
+  }
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
   GTEST_SKIP() << "a sanitizer's own calls would fail";
 #endif

@@ -61,11 +61,16 @@ Status RunCrew(Work& work, unsigned workers, bool wall, const std::atomic<bool>*
   if (wall) folderWall.emplace(work.root);
   Muster muster;
   const auto run = [&](unsigned number) {
-    if (folderWall) folderWall->Enter();
-    Worker(work, number).Run();
+    try {
+      if (folderWall) folderWall->Enter();
+      Worker(work, number).Run();
+    } catch (const std::bad_alloc&) {
+      work.Fail(Fail("there is not enough memory"));
+    }
     muster.Finished();
   };
-  std::vector<std::thread> threads;
+  // Joined whatever happens; those that still work are told to stop by the failure.
+  std::vector<std::jthread> threads;
   for (unsigned number = 0; number < workers; ++number) {
     muster.Started();
     try {
@@ -80,7 +85,7 @@ Status RunCrew(Work& work, unsigned workers, bool wall, const std::atomic<bool>*
     if (stop != nullptr && *stop) work.Fail(Fail("the expansion was stopped"));
     tell(work.written);
   }
-  for (std::thread& thread : threads) thread.join();
+  for (std::jthread& thread : threads) thread.join();
   tell(work.written);
   return work.Failure();
 }

@@ -25,19 +25,24 @@ Status Contradiction() {
   return Fail("the archive's end records contradict each other");
 }
 
-/// The one record whose comment reaches exactly to the file's end. Another mark inside that comment, or
-/// another record that fits as well, would let two readers see two archives: neither is taken.
+/// The one record whose comment reaches to the file's end, or to zeros that fill up a block there. Another
+/// mark inside that comment, or another record that fits as well, would let two readers see two archives:
+/// neither is taken.
 Result<EndFields> FindEnd(const Source& source) {
-  const std::uint64_t reach = std::min<std::uint64_t>(source.Size(), end::kLength + 0xFFFF);
+  constexpr std::uint64_t kMostZeros = 64 << 10;
+  const std::uint64_t reach = std::min<std::uint64_t>(source.Size(), end::kLength + 0xFFFF + kMostZeros);
   std::vector<char> tail(reach);
   if (!source.ReadAt(source.Size() - reach, tail.data(), tail.size())) return Unreadable();
 
+  std::size_t used = tail.size();
+  while (used > 0 && tail[used - 1] == '\0') --used;
   std::optional<std::size_t> found;
   bool last = true;
   for (std::size_t at = reach < end::kLength ? 0 : reach - end::kLength + 1; at-- > 0;) {
     const char* p = tail.data() + at;
     if (*p != 'P' || Load32(p) != end::kMark) continue;
-    const bool fits = at + end::kLength + Load16(p + end::kCommentLength) == reach;
+    const std::size_t length = at + end::kLength + Load16(p + end::kCommentLength);
+    const bool fits = length >= used && length <= reach;
     if (fits && (found || !last)) return Fail("the archive has two possible ends");
     if (fits) found = at;
     last = false;

@@ -11,7 +11,10 @@
 
 #include <algorithm>
 #include <ctime>
+#include <exception>
 #include <new>
+#include <optional>
+#include <thread>
 
 #include "platform/archive/Crew.h"
 #include "platform/archive/Finish.h"
@@ -115,9 +118,32 @@ Status WriteAndPublish(const ExpandOptions& options, const Plan& plan, const Sou
   });
   if (status.Ok()) status = FinishTree(plan, staging->Get(), work.made, publisher);
   if (status.Ok() && Stopped(options)) status = Interrupted();
-  if (status.Ok()) status = flusher.Finish([&](double share) { progress.Flushed(share); });
+  const auto flushed = [&](double share) {
+    progress.Flushed(share);
+    return !Stopped(options);
+  };
+  if (status.Ok()) status = flusher.Finish(flushed);
   if (status.Ok() && Stopped(options)) status = Interrupted();
   return status.Ok() ? publisher.Publish(staging->Get()) : status;
+}
+
+/// Reads the plan on a thread that may neither write nor open anything.
+Result<Plan> PlanShutIn(const Source& source, unsigned workers, bool wall) {
+  if (!wall) return ReadPlan(source, workers);
+  tzset();  // reads a file
+  RestrictCalls();
+  std::optional<Result<Plan>> plan;
+  std::exception_ptr failure;
+  std::thread([&] {
+    try {
+      FolderWall().Enter();
+      plan.emplace(ReadPlan(source, workers));
+    } catch (...) {
+      failure = std::current_exception();
+    }
+  }).join();
+  if (failure) std::rethrow_exception(failure);
+  return std::move(*plan);
 }
 
 Status ExpandUnguarded(const ExpandOptions& options, ExpandWatcher& watcher) {
@@ -131,13 +157,9 @@ Status ExpandUnguarded(const ExpandOptions& options, ExpandWatcher& watcher) {
 
   const unsigned workers = options.workers != 0 ? std::min(options.workers, kMostWorkers) : Processors();
   Flusher flusher(options.flush);
-  if (options.wall) {
-    tzset();  // reads a file
-    RestrictCalls();
-    FolderWall(target->Get()).Enter();
-  }
   const FileSource source(file->Get(), size);
-  Result<Plan> plan = ReadPlan(source, workers);
+  Result<Plan> plan = PlanShutIn(source, workers, options.wall);
+  if (options.wall) FolderWall(target->Get()).Enter();
   if (!plan.Ok()) return plan.Failure();
   if (Stopped(options)) return Interrupted();
 

@@ -11,6 +11,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <string_view>
+#include <system_error>
 
 namespace archive {
 namespace {
@@ -32,22 +33,26 @@ Flusher::Flusher(bool wanted)
     : fWanted(wanted), fMemoryFacts(wanted ? open("/proc/meminfo", O_RDONLY | O_CLOEXEC) : -1) {}
 
 void Flusher::Attach(int folder) {
-  fFolder = folder;
-  fEnabled = fWanted && IsOnDisk(folder);
+  fFolder = Descriptor(fcntl(folder, F_DUPFD_CLOEXEC, 0));
+  fEnabled = fWanted && fFolder && IsOnDisk(folder);
 }
 
 Flusher::~Flusher() {
   Join();
 }
 
-void Flusher::Start() {
+bool Flusher::Start() try {
   Join();
   fBusy = true;
   fThread = std::thread([this] {
-    const bool flushed = syncfs(fFolder) == 0;
+    const bool flushed = syncfs(fFolder.Get()) == 0;
     fError = flushed ? 0 : errno;
     fBusy = false;
   });
+  return true;
+} catch (const std::system_error&) {
+  fBusy = false;
+  return false;
 }
 
 void Flusher::Join() {
@@ -58,7 +63,7 @@ void Flusher::Begin(std::uint64_t written) {
   constexpr std::uint64_t kStep = 64 << 20;
   if (!fEnabled || fBusy || written < fBegun + kStep) return;
   fBegun = written;
-  Start();
+  static_cast<void>(Start());
 }
 
 double Flusher::Waiting() const {
@@ -68,23 +73,26 @@ double Flusher::Waiting() const {
   return LineOf(text, "Dirty:") + LineOf(text, "Writeback:");
 }
 
-Status Flusher::Finish(const std::function<void(double)>& tell) {
+Status Flusher::Finish(const std::function<bool(double)>& tell) {
   constexpr std::chrono::milliseconds kMoment(50);
   if (!fEnabled) return {};
-  // What was begun before must end first: it may not have seen the last files.
   const double all = Waiting();
   double done = 0;
+  bool wanted = true;
   const auto watch = [&] {
-    while (fBusy) {
+    while (fBusy && wanted) {
       std::this_thread::sleep_for(kMoment);
       if (all > 0) done = std::clamp(1 - Waiting() / all, done, 1.0);
-      tell(done);
+      wanted = tell(done);
     }
     Join();
   };
-  watch();
-  Start();
-  watch();
+  watch();  // what was begun before may not have seen the last files
+  if (!wanted) return {};
+  if (Start())
+    watch();
+  else
+    fError = syncfs(fFolder.Get()) == 0 ? 0 : errno;
   errno = fError;
   return fError == 0 ? Status() : FailedCall("flush the data to disk");
 }

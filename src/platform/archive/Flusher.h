@@ -23,24 +23,27 @@ class Flusher {
   Flusher(const Flusher&) = delete;
   Flusher& operator=(const Flusher&) = delete;
 
-  /// The folder whose file system is meant; one in memory has nothing to flush.
+  /// The folder whose file system is meant; one in memory has nothing to flush. Keeps a descriptor of its
+  /// own.
   void Attach(int folder);
   bool Enabled() const { return fEnabled; }
-  /// Begins to write to disk, beside the caller, once enough has come together. `written`: bytes so far.
+  /// Begins to write to disk, beside the caller, once enough has come together and a thread for it can be
+  /// had. `written`: bytes so far.
   void Begin(std::uint64_t written);
   /// Returns once all is on disk. `tell` hears a few times a second which share is, from 0 to 1: by what
-  /// the system counts as not yet written, of other programs too.
-  Status Finish(const std::function<void(double)>& tell);
+  /// the system counts as not yet written, of other programs too. It answers false to give up: then only
+  /// what has been begun is waited for.
+  Status Finish(const std::function<bool(double)>& tell);
 
  private:
-  void Start();
+  bool Start();
   void Join();
   /// Bytes that the system has still to write; 0 where it doesn't say.
   double Waiting() const;
 
   const bool fWanted;
   bool fEnabled = false;
-  int fFolder = -1;
+  Descriptor fFolder;
   const Descriptor fMemoryFacts;  // /proc/meminfo
   std::thread fThread;
   std::atomic<bool> fBusy{false};

@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "platform/archive/Extras.h"
+#include "platform/archive/Names.h"
 #include "platform/archive/Utf8.h"
 #include "platform/archive/ZipFormat.h"
 
@@ -37,6 +38,18 @@ bool DescriptorAgrees(const char* p, std::uint64_t room, const Entry& entry) {
     if (Load64(lengths) == entry.compressed && Load64(lengths + 8) == entry.size) return true;
   }
   return false;
+}
+
+/// Other readers take the name from here. Backslashes are as good as the directory's slashes.
+bool SameUnicodePath(const Entry& entry, const Extras& extras) {
+  if (!extras.unicodePath) return true;
+  const StoredName stored{.bytes = entry.storedName, .unicodePath = extras.unicodePath};
+  std::string path(CurrentUnicodePath(stored).value_or(entry.name));
+  std::replace(path.begin(), path.end(), '\\', '/');
+  if (path.ends_with('/')) path.pop_back();
+  std::string name(entry.name);
+  std::replace(name.begin(), name.end(), '\\', '/');
+  return path == name;
 }
 
 class Checker {
@@ -77,12 +90,14 @@ class Checker {
 
     const std::uint32_t crc = Load32(p + local::kCrc);
     std::uint64_t compressed = Load32(p + local::kCompressed), size = Load32(p + local::kSize);
-    if (compressed == kIn64Of32 || size == kIn64Of32) {
+    if (extraLength > 0 || compressed == kIn64Of32 || size == kIn64Of32) {
       const char* area = fPeek.At(entry.header + local::kLength + nameLength, extraLength);
       if (area == nullptr) return FailedCall("read the archive at the entry", entry.name);
       const auto extras = ReadExtras({area, extraLength});
-      if (!extras) return Disagrees(entry, "has damaged extra fields");
-      Zip64Values values(*extras);
+      const bool isLong = compressed == kIn64Of32 || size == kIn64Of32;
+      if (!extras && isLong) return Disagrees(entry, "has damaged extra fields");
+      if (extras && !SameUnicodePath(entry, *extras)) return Disagrees(entry, "has another name");
+      Zip64Values values(extras.value_or(Extras{}));
       if (!values.Take(size) || !values.Take(compressed)) return Disagrees(entry, "lacks its zip64 values");
     }
     entry.data = entry.header + local::kLength + nameLength + extraLength;
@@ -134,7 +149,8 @@ Status CheckLocalHeaders(const Source& source, std::vector<Entry>& entries,
   const std::size_t pieces = (order.size() + kPiece - 1) / kPiece;
   std::vector<Status> results(pieces);
   std::atomic<std::size_t> next{0};
-  const auto check = [&] {
+  std::atomic<bool> outOfMemory{false};
+  const auto checkPieces = [&] {
     Checker checker(source);
     for (std::size_t piece = next++; piece < pieces; piece = next++) {
       const std::size_t last = std::min((piece + 1) * kPiece, order.size());
@@ -144,12 +160,24 @@ Status CheckLocalHeaders(const Source& source, std::vector<Entry>& entries,
       }
     }
   };
+  const auto check = [&] {
+    try {
+      checkPieces();
+    } catch (const std::bad_alloc&) {
+      outOfMemory = true;
+    }
+  };
   std::vector<std::jthread> others;
-  for (std::size_t thread = 1; thread < std::min<std::size_t>(threads, pieces); ++thread)
-    others.emplace_back(check);
+  try {
+    for (std::size_t thread = 1; thread < std::min<std::size_t>(threads, pieces); ++thread)
+      others.emplace_back(check);
+  } catch (const std::system_error&) {
+    // this thread does it all
+  }
   meanwhile();
   check();
   for (std::jthread& other : others) other.join();
+  if (outOfMemory) return Fail("there is not enough memory");
   const auto bad = std::find_if(results.begin(), results.end(), [](const Status& s) { return !s.Ok(); });
   return bad == results.end() ? Status() : *bad;
 }

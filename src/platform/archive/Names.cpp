@@ -19,15 +19,6 @@ std::uint32_t Crc(std::string_view bytes) {
   return crc32_gzip_refl(0, reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
 }
 
-/// The name in a Unicode path field (version, checksum of the stored bytes, name), if it is current.
-std::optional<std::string_view> CurrentUnicodePath(const StoredName& stored) {
-  constexpr std::size_t kNameAt = 5;
-  const std::string_view field = stored.unicodePath.value_or(std::string_view());
-  if (field.size() <= kNameAt || field[0] != 1) return std::nullopt;
-  if (Load32(field.data() + 1) != Crc(stored.bytes)) return std::nullopt;
-  return field.substr(kNameAt);
-}
-
 bool IsDrive(std::string_view path) {
   const char letter = path.empty() ? '\0' : static_cast<char>(path[0] | 0x20);
   return path.size() > 1 && path[1] == ':' && letter >= 'a' && letter <= 'z';
@@ -42,6 +33,14 @@ Status CheckComponent(std::string_view component, std::string_view path) {
 }
 
 }  // namespace
+
+std::optional<std::string_view> CurrentUnicodePath(const StoredName& stored) {
+  constexpr std::size_t kNameAt = 5;
+  const std::string_view field = stored.unicodePath.value_or(std::string_view());
+  if (field.size() <= kNameAt || field[0] != 1) return std::nullopt;
+  if (Load32(field.data() + 1) != Crc(stored.bytes)) return std::nullopt;
+  return field.substr(kNameAt);
+}
 
 Result<std::optional<std::string>> DecodeName(const StoredName& stored) {
   const bool backslashes = WritesBackslashes(stored.host);

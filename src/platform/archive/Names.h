@@ -24,6 +24,9 @@ struct StoredName {
   std::optional<std::string_view> unicodePath;
 };
 
+/// The Unicode path field's name, as long as the field's checksum is that of the stored bytes.
+std::optional<std::string_view> CurrentUnicodePath(const StoredName& stored);
+
 /// The name in UTF-8 with "/" between components. Empty where the bytes can be taken as they are.
 /// The Unicode path field counts only while its checksum is that of the stored bytes. Bytes of no stated
 /// encoding are UTF-8 if a Unix or Mac system wrote them and they are valid, else code page 437. A system

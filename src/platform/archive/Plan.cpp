@@ -78,7 +78,13 @@ Status CollectFilesAndLinks(const Source& source, Plan& plan) {
 
 bool IsStagingName(std::string_view name) {
   constexpr std::string_view kPrefix = ".ditto-";
-  return name.substr(0, kPrefix.size()) == kPrefix;
+  constexpr std::size_t kRandomDigits = 16;
+  const std::size_t dash = name.rfind('-');
+  if (!name.starts_with(kPrefix) || dash < kPrefix.size()) return false;
+  const std::string_view process = name.substr(kPrefix.size(), dash - kPrefix.size());
+  const std::string_view random = name.substr(dash + 1);
+  return !process.empty() && process.find_first_not_of("0123456789") == process.npos &&
+         random.size() == kRandomDigits && random.find_first_not_of("0123456789abcdef") == random.npos;
 }
 
 Result<Plan> ReadPlan(const Source& source, unsigned threads) {

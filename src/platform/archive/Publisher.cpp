@@ -62,6 +62,8 @@ Status Publisher::CheckPlace(NodeId node) {
   if (folder != S_ISDIR(facts.st_mode))
     return Fail("in the place of ", Quoted(fPlan.tree.Path(node)),
                 folder ? " stands an item that is no folder" : " stands a folder");
+  if (!folder && !S_ISREG(facts.st_mode) && !S_ISLNK(facts.st_mode))
+    return Fail("in the place of ", Quoted(fPlan.tree.Path(node)), " stands a special file");
   if (!folder) return {};
   fMerged[node] = true;
   if (faccessat(place, name, W_OK | X_OK, AT_EACCESS) == 0) return {};
@@ -70,13 +72,18 @@ Status Publisher::CheckPlace(NodeId node) {
   return {};
 }
 
+bool Publisher::IsExpected(NodeId node) const {
+  const std::string_view name = fPlan.tree[node].name;
+  return fPlan.tree[node].parent == kRoot && (name == fExpected || name == fExpected + "Patch");
+}
+
 /// "Notes.txt" becomes "Notes 2.txt".
 Status Publisher::FindFreeName(NodeId node, int place) {
   constexpr int kMostTries = 1000;
   const std::string name(fPlan.tree[node].name);
   const std::size_t dot = name.find_last_of('.');
   const std::size_t stem = dot == std::string::npos || dot == 0 ? name.size() : dot;
-  for (int number = 2; name != fExpected && name != fExpected + "Patch" && number < kMostTries; ++number) {
+  for (int number = 2; !IsExpected(node) && number < kMostTries; ++number) {
     const std::string free = name.substr(0, stem) + " " + std::to_string(number) + name.substr(stem);
     struct stat facts;
     const bool isFree = fstatat(place, free.c_str(), &facts, AT_SYMLINK_NOFOLLOW) != 0 && errno == ENOENT &&
@@ -142,19 +149,20 @@ Status Publisher::SetLateModes() {
   return {};
 }
 
+Status Publisher::Place(NodeId node, FolderCache& made) {
+  const NodeId parent = fPlan.tree[node].parent;
+  const int from = made.Open(parent), to = fPlaces.Open(parent);
+  if (from < 0 || to < 0) return FailedCall("open the folder of", fPlan.tree.Path(node));
+  return Rename(node, from, to) ? Status() : FailedCall("put into place", fPlan.tree.Path(node));
+}
+
 Status Publisher::Publish(int staging) {
   Status status;
   for (std::size_t i = 0; i < fLocked.size() && status.Ok(); ++i) status = Unlock(fLocked[i].node);
   FolderCache made(fPlan, staging, kDescriptors);
-  for (NodeId node = kRoot + 1; node < fMerged.size() && status.Ok(); ++node) {
-    if (!IsRenamed(node) || fMerged[node]) continue;
-    const NodeId parent = fPlan.tree[node].parent;
-    const int from = made.Open(parent), to = fPlaces.Open(parent);
-    if (from < 0 || to < 0)
-      status = FailedCall("open the folder of", fPlan.tree.Path(node));
-    else if (!Rename(node, from, to))
-      status = FailedCall("put into place", fPlan.tree.Path(node));
-  }
+  for (const bool expected : {false, true})
+    for (NodeId node = kRoot + 1; node < fMerged.size() && status.Ok(); ++node)
+      if (IsRenamed(node) && !fMerged[node] && IsExpected(node) == expected) status = Place(node, made);
   if (status.Ok()) status = SetLateModes();
   if (!status.Ok()) TakeBack(made);
   LockAgain();

@@ -19,14 +19,14 @@ class Publisher {
   Publisher(const Plan& plan, int folder, bool mustBeNew, std::string expected);
 
   /// Looks at what stands in the folder already. A folder meets a folder: they are merged. A file or a link
-  /// replaces anything but a folder. All else is refused.
+  /// replaces a file or a link. All else is refused.
   Status Check();
 
   /// Whether the item itself is renamed; items below it come along.
   bool IsRenamed(NodeId node) const { return node != kRoot && fMerged[fPlan.tree[node].parent]; }
 
-  /// Renames each item into place: there is the old one or the new one at any time. A failure takes back
-  /// what was renamed already. What was replaced is left in the staging folder.
+  /// Renames each item into place, the expected one last: there is the old one or the new one at any time.
+  /// A failure takes back what was renamed already. What was replaced is left in the staging folder.
   Status Publish(int staging);
 
  private:
@@ -38,7 +38,10 @@ class Publisher {
     NodeId node;
     bool exchanged;
   };
+  /// Whether it is the item that the archive is for.
+  bool IsExpected(NodeId node) const;
   Status CheckPlace(NodeId node);
+  Status Place(NodeId node, FolderCache& made);
   Status FindFreeName(NodeId node, int place);
   /// The item's name where it goes.
   std::string PlaceName(NodeId node) const;

@@ -51,17 +51,34 @@ void RestrictCalls() {
       SYS_connect,
       SYS_bind,
       SYS_listen,
+      SYS_accept,
       SYS_accept4,
       SYS_execve,
       SYS_execveat,
       SYS_mount,
+      SYS_umount2,
+      SYS_move_mount,
+      SYS_open_tree,
+      SYS_fsopen,
+      SYS_pivot_root,
+      SYS_chroot,
       SYS_ptrace,
+      SYS_process_vm_readv,
       SYS_process_vm_writev,
+      SYS_pidfd_open,
+      SYS_pidfd_getfd,
       SYS_io_uring_setup,
       SYS_bpf,
       SYS_unshare,
       SYS_setns,
       SYS_keyctl,
+      SYS_add_key,
+      SYS_request_key,
+      SYS_fchown,
+      SYS_fchownat,
+      SYS_setxattr,
+      SYS_lsetxattr,
+      SYS_fsetxattr,
       SYS_userfaultfd,
       SYS_perf_event_open,
   };
@@ -77,6 +94,11 @@ void RestrictCalls() {
       statement(BPF_RET | BPF_K, SECCOMP_RET_KILL_PROCESS),  // calls of another machine's numbering
       statement(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
   };
+#if defined(__x86_64__)
+  constexpr std::uint32_t kOtherNumbering = 0x40000000;  // the same calls, counted from there
+  filter.push_back({BPF_JMP | BPF_JGE | BPF_K, 0, 1, kOtherNumbering});
+  filter.push_back(statement(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EPERM));
+#endif
   for (const std::uint32_t call : kForbidden) {
     filter.push_back(unless(call, 0, 1));
     filter.push_back(statement(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EPERM));
@@ -104,7 +126,10 @@ FolderWall::FolderWall(int folder) {
     known += sizeof rules.scopes;
   }
   Descriptor made(static_cast<int>(syscall(SYS_landlock_create_ruleset, &rules, known, 0)));
-  if (!made) return;
+  if (!made || folder < 0) {
+    fRules = std::move(made);
+    return;
+  }
   landlock_path_beneath_attr below{};
   below.allowed_access = kBelowFolder;
   below.parent_fd = folder;

@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <new>
+#include <optional>
 #include <system_error>
 
 #include "platform/posix/Descriptor.h"
@@ -119,9 +120,10 @@ Status Worker::WriteWhole(NodeId node, Bytes packed) {
   if (!content.Ok()) return content.Failure();
   Result<int> created = Create(node);
   if (!created.Ok()) return created.Failure();
-  const Descriptor file(*created);
+  Descriptor file(*created);
   if (!WriteAll(file.Get(), *content)) return FailedCall("write", entry.name);
   if (!SetModified(file.Get(), entry.modified)) return FailedCall("set the time of", entry.name);
+  if (!file.Close()) return FailedCall("write", entry.name);
   fWork.written.fetch_add(content->size(), std::memory_order_relaxed);
   return {};
 }
@@ -130,13 +132,20 @@ Status Worker::WriteLarge(NodeId node, bool twoThreads) {
   const Entry& entry = fWork.plan.EntryOf(node);
   Result<int> created = Create(node);
   if (!created.Ok()) return created.Failure();
-  const Descriptor file(*created);
+  Descriptor file(*created);
   FileTaker taker(fWork, entry, file.Get());
   Status status;
+  std::optional<PipedOutlet> piped;
   if (twoThreads) {
-    PipedOutlet outlet(taker);
-    status = fInflater.Stream(fWork.source, entry, outlet);
-    Status closed = outlet.Close();
+    try {
+      piped.emplace(taker);
+    } catch (const std::system_error&) {
+      // one thread does both
+    }
+  }
+  if (piped) {
+    status = fInflater.Stream(fWork.source, entry, *piped);
+    Status closed = piped->Close();
     if (status.Ok()) status = closed;
   } else {
     DirectOutlet outlet(fPiece, taker);
@@ -145,7 +154,7 @@ Status Worker::WriteLarge(NodeId node, bool twoThreads) {
   if (!status.Ok()) return status;
   if (!taker.Verified()) return archive::Fail("the checksum of the entry ", Quoted(entry.name), " is wrong");
   if (!SetModified(file.Get(), entry.modified)) return FailedCall("set the time of", entry.name);
-  return {};
+  return file.Close() ? Status() : FailedCall("write", entry.name);
 }
 
 }  // namespace archive

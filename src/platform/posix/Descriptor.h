@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <utility>
 
 class Descriptor {
@@ -21,6 +22,8 @@ class Descriptor {
   }
   int Get() const { return fValue; }
   explicit operator bool() const { return fValue >= 0; }
+  /// False when the system tells of a failed write only now: close(2).
+  [[nodiscard]] bool Close() { return ::close(Release()) == 0 || errno == EINTR; }
   /// Gives the descriptor away.
   int Release() { return std::exchange(fValue, -1); }
 
