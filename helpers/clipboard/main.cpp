@@ -7,7 +7,6 @@
 #include <sys/sendfile.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <xcb/xcb.h>
 
 #include <array>
 #include <cerrno>
@@ -17,13 +16,12 @@
 #include <string>
 #include <string_view>
 
+#include "platform/posix/X11.h"
+
 namespace {
 
 /// What goes into one property without being sent in pieces.
 constexpr std::size_t kLongestText = 200U << 10;
-
-template <typename T>
-using Reply = std::unique_ptr<T, decltype(&std::free)>;
 
 std::string ReadAll() {
   std::string text;
@@ -105,12 +103,7 @@ class Keeper {
   }
 
  private:
-  xcb_atom_t Atom(const char* name) {
-    const auto length = static_cast<std::uint16_t>(std::strlen(name));
-    const Reply<xcb_intern_atom_reply_t> atom(
-        xcb_intern_atom_reply(fDisplay, xcb_intern_atom(fDisplay, 0, length, name), nullptr), std::free);
-    return atom == nullptr ? static_cast<xcb_atom_t>(XCB_ATOM_NONE) : atom->atom;
-  }
+  xcb_atom_t Atom(std::string_view name) { return InternAtom(fDisplay, name); }
 
   /// The server's time, from the notice of a property's change.
   xcb_timestamp_t Now() {

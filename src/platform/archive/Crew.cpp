@@ -69,7 +69,7 @@ Status RunCrew(Work& work, unsigned workers, bool wall, const std::atomic<bool>*
     }
     muster.Finished();
   };
-  // Joined whatever happens; those that still work are told to stop by the failure.
+  // Joined whatever happens.
   std::vector<std::jthread> threads;
   for (unsigned number = 0; number < workers; ++number) {
     muster.Started();

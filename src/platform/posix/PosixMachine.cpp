@@ -76,7 +76,7 @@ int PosixMachine::Execute(const std::string& command) {
   std::string tools = HelperFolder();
   if (tools.find(':') != std::string::npos) {
     // A search path can't hold that name, so a link of another one leads there.
-    if (fToolLink.empty()) {
+    if (fToolLink.empty() && !TemporaryFolder().empty()) {
       fToolLink = TemporaryFolder() + "/Programs-" + std::to_string(::getpid());
       static_cast<void>(::unlink(fToolLink.c_str()));
       static_cast<void>(::symlink(tools.c_str(), fToolLink.c_str()));

@@ -66,7 +66,7 @@ class SpawnSetup {
   posix_spawnattr_t fAttributes;
 };
 
-/// This process's environment with `folder` first in PATH. The result owns the strings.
+/// This process's environment with `folder`, if any, first in PATH. The result owns the strings.
 std::vector<std::string> EnvironmentWithTools(const std::string& folder) {
   std::vector<std::string> variables;
   std::string path = "/usr/local/bin:/usr/bin:/bin";
@@ -76,7 +76,7 @@ std::vector<std::string> EnvironmentWithTools(const std::string& folder) {
     else if ((*variable)[5] != '\0')  // an empty element is the working folder
       path = *variable + 5;
   }
-  variables.push_back("PATH=" + folder + ":" + path);
+  variables.push_back("PATH=" + (folder.empty() ? "" : folder + ":") + path);
   return variables;
 }
 

@@ -1,20 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/X11Clipboard.h"
 
-#include <xcb/xcb.h>
-
 #include <chrono>
 #include <cstdlib>
-#include <cstring>
-#include <memory>
+#include <string_view>
+
+#include "platform/posix/X11.h"
 
 namespace {
 
 constexpr std::chrono::seconds kPatience(2);
 constexpr std::uint32_t kMostWords = 1U << 18;  // of four bytes
-
-template <typename T>
-using Reply = std::unique_ptr<T, decltype(&std::free)>;
 
 /// A connection of its own, so that waiting disturbs nobody.
 class Reader {
@@ -63,12 +59,7 @@ class Reader {
   }
 
  private:
-  xcb_atom_t Atom(const char* name) {
-    const auto length = static_cast<std::uint16_t>(std::strlen(name));
-    const Reply<xcb_intern_atom_reply_t> atom(
-        xcb_intern_atom_reply(fDisplay, xcb_intern_atom(fDisplay, 0, length, name), nullptr), std::free);
-    return atom == nullptr ? static_cast<xcb_atom_t>(XCB_ATOM_NONE) : atom->atom;
-  }
+  xcb_atom_t Atom(std::string_view name) { return InternAtom(fDisplay, name); }
 
   xcb_connection_t* fDisplay;
   xcb_window_t fWindow = XCB_WINDOW_NONE;
