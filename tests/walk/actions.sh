@@ -8,15 +8,8 @@ bin=$1
 here=$(cd "$(dirname "$0")" && pwd)
 . "$here/driver.sh"
 
-work=$(mktemp -d)
-finish() {
-  stop_display
-  rm -rf "$work"
-}
-trap finish EXIT
+start_walk
 hostile=$'-n it\'s "$(touch planted)" `touch planted` & *'
-export HOME="$work/home" TMPDIR="$work" XDG_RUNTIME_DIR="$work"
-export ASAN_OPTIONS=detect_leaks=0
 media="$work/media/Disk: 1/$hostile"$'\n -f'
 mkdir -p "$HOME/Applications" "$media" "$work/victim" "$work/payload/Tool.app/Contents/MacOS"
 echo precious > "$work/victim/kept"

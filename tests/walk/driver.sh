@@ -4,6 +4,22 @@
 
 walk_processes=()
 
+# A folder of the walk's own, $work, that holds its home and goes with the display when it ends.
+start_walk() {
+  work=$(mktemp -d)
+  trap finish_walk EXIT
+  export HOME="$work/home" TMPDIR="$work" XDG_RUNTIME_DIR="$work"
+  # Leaks can't be looked for behind the helper's wall, and the toolkit's libraries have some of their own.
+  export ASAN_OPTIONS=detect_leaks=0
+  mkdir -p "$HOME"
+}
+
+finish_walk() {
+  stop_display
+  chmod -R u+w "$work"
+  rm -rf "$work"
+}
+
 # Starts a display of its own and a window manager, unless SIZE is "none". Sets DISPLAY.
 start_display() {
   local size=${1:-1100x760} pipe

@@ -7,17 +7,8 @@ bin=$1
 here=$(cd "$(dirname "$0")" && pwd)
 . "$here/driver.sh"
 
-work=$(mktemp -d)
-finish() {
-  stop_display
-  chmod -R u+w "$work"
-  rm -rf "$work"
-}
-trap finish EXIT
-export HOME="$work/home" TMPDIR="$work"
-# Leaks can't be looked for behind the helper's wall, and the toolkit's libraries have some of their own.
-export ASAN_OPTIONS=detect_leaks=0
-mkdir -p "$HOME" "$work/chosen" "$work/Media Name"
+start_walk
+mkdir -p "$work/chosen" "$work/Media Name"
 
 "$here/../../demo/make-payload" "$work/payload"
 cat > "$work/package.json" <<END
