@@ -118,7 +118,8 @@ void CheckJobs(const Plan& plan) {
       const Entry& entry = plan.EntryOf(plan.files[i]);
       if (files.erase(plan.files[i]) != 1 || plan.tree[plan.files[i]].kind != Kind::File)
         Broken("a file is written once", entry.name);
-      if (!job->large && (entry.data < start || entry.data + entry.compressed - start > archive::kLongestRun))
+      if (job->way == archive::Job::Way::Whole &&
+          (entry.data < start || entry.data + entry.compressed - start + entry.size > jobs.Room()))
         Broken("a run fits", entry.name);
       bytes += entry.size;
     }

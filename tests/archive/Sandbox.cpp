@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 
 #include <cstdlib>
+#include <thread>
 
 #include "platform/archive/Expand.h"
 
@@ -16,8 +17,12 @@ std::string Sandbox::Expand(const std::string& bytes, bool mustBeNew) const {
   options.mustBeNew = mustBeNew;
   options.flush = false;
   options.workers = 2;
+  options.wall = true;
   archive::ExpandWatcher watcher;
-  return archive::Expand(options, watcher).Sentence();
+  std::string sentence;
+  // The wall shuts in the thread that puts it up, and this one's only.
+  std::thread([&] { sentence = archive::Expand(options, watcher).Sentence(); }).join();
+  return sentence;
 }
 
 Outcome RunShell(const std::string& line) {

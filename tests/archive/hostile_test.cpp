@@ -148,6 +148,11 @@ TEST(Hostile, DirectoriesThatLie) {
   const std::string good = ZipOf({File("a"), File("b")});
   std::string holed = good;
   holed[holed.rfind("PK\1\2")] = 'x';
+  const std::string streamed = ZipOf({{.name = "s", .tail = Tail::ShortMarked}});
+  const std::string long64 = ZipOf({{.name = "long", .local = [](Says& s) {
+                                       s.extra = Extra(1, Le(s.size, 8) + Le(s.compressed, 8));
+                                       s.compressed = s.size = 0xFFFFFFFF;
+                                     }}});
   const auto ends = [](std::function<void(Ending&)> change) {
     return Zip{.items = {File("a"), File("b")}, .ending = change}.Bytes();
   };
@@ -155,10 +160,14 @@ TEST(Hostile, DirectoriesThatLie) {
   ExpectRefused({
       {"nothing", "", "no zip archive"},
       {"noise", std::string(5000, 'x'), "no zip archive"},
-      {"cut in the directory", good.substr(0, good.size() - 30), "no zip archive"},
-      {"cut in the end record", good.substr(0, good.size() - 1), "no zip archive"},
-      {"bytes behind the end", good + "x", "no zip archive"},
-      {"bytes behind zeros behind the end", good + std::string(100, '\0') + "x", "no zip archive"},
+      {"cut in a header", good.substr(0, 10), "no zip archive"},
+      {"cut in an entry", good.substr(0, 34), "short in the entry \"a\""},
+      {"cut in a zip64 entry", long64.substr(0, 58), "short in the entry \"long\""},
+      {"cut behind a streamed entry", streamed.substr(0, 70), "short in or after the entry \"s\""},
+      {"cut in the directory", good.substr(0, good.size() - 30), "short after the entry \"b\""},
+      {"cut in the end record", good.substr(0, good.size() - 1), "short after the entry \"b\""},
+      {"bytes behind the end", good + "x", "short after"},
+      {"bytes behind zeros behind the end", good + std::string(100, '\0') + "x", "short after"},
       {"cut at the front", good.substr(10), "not where"},
       {"a hole in the directory", holed, "damaged after \"a\""},
       {"too many counted", ends([](Ending& e) { e.count = ++e.countHere; }), "as many"},

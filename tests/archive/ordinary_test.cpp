@@ -2,6 +2,8 @@
 // Archives that must pass, and what they make.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <isa-l/igzip_lib.h>
+#include <libdeflate.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -9,6 +11,7 @@
 #include <fstream>
 
 #include "archive/Sandbox.h"
+#include "platform/archive/Inflate.h"
 #include "platform/archive/Plan.h"
 #include "platform/posix/Descriptor.h"
 
@@ -177,6 +180,66 @@ TEST(Ordinary, ArchivesBeyondFourGigabytesWithoutLongFieldsAreRecovered) {
   auto refused = PlanOfHuge(kWrap + 5, 1);
   ASSERT_FALSE(refused.Ok());
   EXPECT_NE(refused.Failure().Sentence().find("\"after\" is not clear"), std::string::npos);
+}
+
+/// A stream of so many mebibytes of zeros and five more, from one that is made once.
+std::string PackedZeros(int mebibytes) {
+  const std::string zeros(1 << 20, '\0');
+  std::string packed(1 << 20, '\0');
+  isal_zstream stream;
+  isal_deflate_stateless_init(&stream);
+  stream.next_in = reinterpret_cast<std::uint8_t*>(const_cast<char*>(zeros.data()));
+  stream.avail_in = static_cast<std::uint32_t>(zeros.size());
+  stream.next_out = reinterpret_cast<std::uint8_t*>(packed.data());
+  stream.avail_out = static_cast<std::uint32_t>(packed.size());
+  stream.flush = FULL_FLUSH;  // the next one begins with a whole byte
+  EXPECT_EQ(isal_deflate_stateless(&stream), COMP_OK);
+  packed.resize(stream.total_out);
+  std::string all;
+  while (mebibytes-- > 0) all += packed;
+  return all + Deflate(zeros.substr(0, 5));
+}
+
+class Count : public archive::Outlet {
+ public:
+  std::span<unsigned char> Buffer() override { return fPiece; }
+  archive::Status Put(std::size_t length) override {
+    made += length;
+    return {};
+  }
+  archive::Status Close() override { return {}; }
+  std::uint64_t made = 0;
+
+ private:
+  std::vector<unsigned char> fPiece = std::vector<unsigned char>(archive::kPiece);
+};
+
+TEST(Ordinary, AStreamLongerThanItsFieldIsTakenWhenThereIsRoom) {
+  Item item{.name = "zeros", .content = std::string(5, '\0'), .deflate = true, .packed = PackedZeros(4096)};
+  std::uint32_t crc = 0;
+  const std::string zeros(1 << 20, '\0');
+  for (int i = 0; i < 4096; ++i) crc = libdeflate_crc32(crc, zeros.data(), zeros.size());
+  crc = libdeflate_crc32(crc, zeros.data(), 5);
+  item.local = item.central = [=](Says& s) { s.crc = crc; };
+  const archive::MemorySource source(ZipOf({item}));
+  auto plan = archive::ReadPlan(source, 1);
+  ASSERT_TRUE(plan.Ok());
+  const archive::Entry& entry = plan->EntryOf(plan->files[0]);
+  ASSERT_EQ(entry.size, 5u);
+
+  const std::atomic<bool> never{false};
+  for (const bool room : {true, false}) {
+    Count count;
+    std::uint64_t asked = 0;
+    const archive::Status status =
+        archive::Inflater(never).Stream(source, entry, count, [&](std::uint64_t more) {
+          asked = more;
+          return room ? archive::Status() : archive::Fail("no room");
+        });
+    EXPECT_EQ(status.Sentence(), room ? "" : "no room");
+    EXPECT_EQ(asked, std::uint64_t{1} << 32);
+    EXPECT_EQ(count.made, room ? asked + 5 : 0);
+  }
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/archive/CutShort.h"
 #include "platform/archive/ZipFormat.h"
 
 namespace archive {
@@ -47,7 +48,7 @@ Result<EndFields> FindEnd(const Source& source) {
     if (fits) found = at;
     last = false;
   }
-  if (!found) return Fail("the file is no zip archive, or it is cut short: its end record is missing");
+  if (!found) return CutShort(source);
 
   const char* p = tail.data() + *found;
   EndFields fields;

@@ -6,7 +6,6 @@
 #include <sched.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -21,6 +20,7 @@
 #include "platform/archive/Flusher.h"
 #include "platform/archive/Plan.h"
 #include "platform/archive/Publisher.h"
+#include "platform/archive/Room.h"
 #include "platform/archive/Staging.h"
 #include "platform/archive/TargetFolder.h"
 #include "platform/archive/Wall.h"
@@ -48,16 +48,6 @@ class NoMask {
  private:
   const mode_t fBefore;
 };
-
-Status CheckRoom(const Plan& plan, int folder) {
-  struct statvfs facts;
-  if (fstatvfs(folder, &facts) != 0) return FailedCall("look at the target's file system");
-  const unsigned __int128 free = static_cast<unsigned __int128>(facts.f_bavail) * facts.f_frsize;
-  if (plan.bytes > free) return Fail("there is not enough room for the archive's content");
-  if (facts.f_files != 0 && plan.tree.Nodes().size() - 1 > facts.f_favail)
-    return Fail("the target's file system can't hold so many files");
-  return {};
-}
 
 /// What an archive is for bears its name, without the extension.
 std::string StemOf(const std::string& archive) {
@@ -103,7 +93,7 @@ Status WriteAndPublish(const ExpandOptions& options, const Plan& plan, const Sou
                        int folder, Flusher& flusher, ExpandWatcher& watcher) {
   Publisher publisher(plan, folder, options.mustBeNew, StemOf(options.archive));
   Status status = publisher.Check();
-  if (status.Ok()) status = CheckRoom(plan, folder);
+  if (status.Ok()) status = CheckRoom(folder, plan.bytes, plan.tree.Nodes().size() - 1);
   if (!status.Ok()) return status;
 
   Result<Staging> staging = Staging::Make(folder);

@@ -79,29 +79,34 @@ std::uint32_t Crc32(std::uint32_t crc, Bytes bytes) {
   return crc32_gzip_refl(crc, bytes.data(), bytes.size());
 }
 
-Result<Bytes> Inflater::Whole(Bytes packed, const Entry& entry) {
+bool MayBeLonger(const Entry& entry) {
+  constexpr std::uint64_t kBestRatio = 1032;  // of deflate
+  return entry.sizeWraps && entry.Deflated() && entry.compressed >= kWrap32 / kBestRatio;
+}
+
+Result<Bytes> Inflater::Whole(Bytes packed, const Entry& entry, std::span<unsigned char> room) {
   Bytes content = packed;
   if (entry.Deflated()) {
     if (!fWhole) {
       fWhole.reset(libdeflate_alloc_decompressor());
-      fContent = std::make_unique_for_overwrite<unsigned char[]>(kWholeLimit);
       if (!fWhole) return Fail("there is not enough memory");
     }
     std::size_t used = 0, made = 0;
     const libdeflate_result result = libdeflate_deflate_decompress_ex(
-        fWhole.get(), packed.data(), packed.size(), fContent.get(), entry.size, &used, &made);
+        fWhole.get(), packed.data(), packed.size(), room.data(), entry.size, &used, &made);
     if (result == LIBDEFLATE_INSUFFICIENT_SPACE) return WrongLength(entry, "longer");
     if (result != LIBDEFLATE_SUCCESS || used != packed.size()) return Damaged(entry);
     if (made != entry.size) return WrongLength(entry, "shorter");
-    content = {fContent.get(), made};
+    content = room.first(made);
   }
   if (Crc32(0, content) != entry.crc)
     return Fail("the checksum of the entry ", Quoted(entry.name), " is wrong");
   return content;
 }
 
-Status Inflater::Stream(const Source& source, const Entry& entry, Outlet& outlet) {
-  return entry.Deflated() ? StreamDeflated(source, entry, outlet) : StreamStored(source, entry, outlet);
+Status Inflater::Stream(const Source& source, const Entry& entry, Outlet& outlet, const Admit& admit) {
+  return entry.Deflated() ? StreamDeflated(source, entry, outlet, admit)
+                          : StreamStored(source, entry, outlet);
 }
 
 Status Inflater::StreamStored(const Source& source, const Entry& entry, Outlet& outlet) {
@@ -118,7 +123,8 @@ Status Inflater::StreamStored(const Source& source, const Entry& entry, Outlet& 
   return {};
 }
 
-Status Inflater::StreamDeflated(const Source& source, const Entry& entry, Outlet& outlet) {
+Status Inflater::StreamDeflated(const Source& source, const Entry& entry, Outlet& outlet,
+                                const Admit& admit) {
   DeflateStream stream(source, entry);
   std::uint64_t limit = entry.size, done = 0;
   while (!stream.Finished()) {
@@ -132,6 +138,8 @@ Status Inflater::StreamDeflated(const Source& source, const Entry& entry, Outlet
     if (done > limit) {
       Result<std::uint64_t> beyond = LengthBeyond(source, entry);
       if (!beyond.Ok()) return beyond.Failure();
+      Status admitted = admit(*beyond - limit);
+      if (!admitted.Ok()) return admitted;
       limit = *beyond;
     }
     Status status = *made > 0 ? outlet.Put(*made) : Status();
@@ -141,8 +149,7 @@ Status Inflater::StreamDeflated(const Source& source, const Entry& entry, Outlet
 }
 
 Result<std::uint64_t> Inflater::LengthBeyond(const Source& source, const Entry& entry) {
-  constexpr std::uint64_t kBestRatio = 1032;  // of deflate
-  if (!entry.sizeWraps || entry.compressed < kWrap32 / kBestRatio) return WrongLength(entry, "longer");
+  if (!MayBeLonger(entry)) return WrongLength(entry, "longer");
   DeflateStream stream(source, entry);
   const auto scratch = std::make_unique_for_overwrite<unsigned char[]>(kPiece);
   std::uint64_t length = 0;

@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 
@@ -19,29 +20,32 @@ namespace archive {
 
 using Bytes = std::span<const unsigned char>;
 
-/// Entries up to this length, packed and unpacked, are inflated in one piece; beyond, page faults eat what
-/// that wins.
-constexpr std::uint64_t kWholeLimit = std::uint64_t{1} << 20;
-
 std::uint32_t Crc32(std::uint32_t crc, Bytes bytes);
 
-/// One for each thread; its buffers are reused from entry to entry.
+/// Whether the content may be longer than stated by multiples of 2^32: the writer knew no longer lengths, and
+/// there are enough packed bytes.
+bool MayBeLonger(const Entry& entry);
+
+/// One for each thread.
 class Inflater {
  public:
   explicit Inflater(const std::atomic<bool>& stop) : fStop(stop) {}
 
-  /// The content of an entry of at most kWholeLimit, length and checksum verified. Valid until the next
-  /// call, and no longer than `packed`.
-  Result<Bytes> Whole(Bytes packed, const Entry& entry);
+  /// The content, length and checksum verified. It stands in `room`, which holds at least the entry's length,
+  /// or, if stored, in `packed`.
+  Result<Bytes> Whole(Bytes packed, const Entry& entry, std::span<unsigned char> room);
+
+  /// Says whether there is room for so many bytes beyond the length that an entry states.
+  using Admit = std::function<Status(std::uint64_t)>;
 
   /// Sends the content to `outlet` piece by piece and never more than the entry's length. The checksum is
   /// left to who takes it. A length that turns out to be the rest of 2^32 is accepted once a first pass
-  /// has shown that the full length and the checksum agree.
-  Status Stream(const Source& source, const Entry& entry, Outlet& outlet);
+  /// has shown that the full length and the checksum agree, and `admit` that there is room for it.
+  Status Stream(const Source& source, const Entry& entry, Outlet& outlet, const Admit& admit);
 
  private:
   Status StreamStored(const Source& source, const Entry& entry, Outlet& outlet);
-  Status StreamDeflated(const Source& source, const Entry& entry, Outlet& outlet);
+  Status StreamDeflated(const Source& source, const Entry& entry, Outlet& outlet, const Admit& admit);
   Result<std::uint64_t> LengthBeyond(const Source& source, const Entry& entry);
 
   struct FreeDecompressor {
@@ -49,7 +53,6 @@ class Inflater {
   };
   const std::atomic<bool>& fStop;
   std::unique_ptr<libdeflate_decompressor, FreeDecompressor> fWhole;
-  std::unique_ptr<unsigned char[]> fContent;
 };
 
 }  // namespace archive

@@ -12,28 +12,29 @@
 
 namespace archive {
 
-/// A run of small neighbours that is read in one piece, or one large file.
+/// One file, or a run of small neighbours that is read in one piece.
 struct Job {
+  /// Streamed: what the worker can't or needn't hold at once. Shared: streamed by two threads, because it is
+  /// so much of the whole that one alone would be late.
+  enum class Way { Whole, Streamed, Shared };
+
   std::size_t first = 0;  // in Plan::files
   std::size_t count = 0;
-  std::uint64_t bytes = 0;
-  bool large = false;
+  std::uint64_t bytes = 0;  // of content
+  Way way = Way::Whole;
 };
-
-/// Most packed bytes of a run, gaps included.
-constexpr std::uint64_t kLongestRun = std::uint64_t{1} << 20;
 
 class Jobs {
  public:
   Jobs(const Plan& plan, unsigned workers);
 
+  /// The bytes that a worker needs to hold a job, packed and unpacked.
+  std::size_t Room() const { return fRoom; }
+
   /// The largest file that is left, then a run from the worker's own part of the archive, then one from a
   /// part that another worker didn't get to. Workers in different parts rarely meet in a folder, where the
   /// file system would make one wait for the other.
   const Job* Next(unsigned worker);
-
-  /// Whether a large file is so much of the whole that it should be shared between two threads.
-  bool WorthTwoThreads(const Job& job) const { return job.bytes * fParts.size() > fBytes; }
 
  private:
   struct Part {
@@ -43,7 +44,7 @@ class Jobs {
   std::vector<Job> fLarge, fRuns;
   std::atomic<std::size_t> fNextLarge{0};
   std::vector<std::unique_ptr<Part>> fParts;
-  std::uint64_t fBytes = 0;
+  std::size_t fRoom;
 };
 
 }  // namespace archive

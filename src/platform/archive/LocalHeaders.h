@@ -12,19 +12,6 @@
 
 namespace archive {
 
-/// Reads small pieces at rising places with few calls.
-class Peek {
- public:
-  explicit Peek(const Source& source) : fSource(source) {}
-  /// `length` bytes at `offset`, valid until the next call; nullptr if they can't be read.
-  const char* At(std::uint64_t offset, std::size_t length);
-
- private:
-  const Source& fSource;
-  std::uint64_t fStart = 0;
-  std::vector<char> fBytes;
-};
-
 /// Entries by the place of their headers.
 std::vector<std::uint32_t> OrderInFile(const std::vector<Entry>& entries);
 

@@ -22,10 +22,10 @@ class TargetReader {
     if (entry.size > kLongestTarget || entry.compressed > kPackedRoom)
       return Fail("the link ", Quoted(entry.name), " has too long a target");
     if ((fAll += entry.size) > kMostBytes) return Fail("the archive's links have too long targets");
-    unsigned char packed[kPackedRoom];
+    unsigned char packed[kPackedRoom], room[kLongestTarget];
     if (!fSource.ReadAt(entry.data, packed, entry.compressed))
       return FailedCall("read the target of the link", entry.name);
-    Result<Bytes> target = fInflater.Whole({packed, entry.compressed}, entry);
+    Result<Bytes> target = fInflater.Whole({packed, entry.compressed}, entry, room);
     if (!target.Ok()) return target.Failure();
     return std::string(target->begin(), target->end());
   }

@@ -131,7 +131,9 @@ FolderWall::FolderWall(int folder) {
     return;
   }
   landlock_path_beneath_attr below{};
-  below.allowed_access = kBelowFolder;
+  // Truncating is asked for with each file that is opened; without the right, the way to it is looked at up
+  // to the root of the whole tree, with every file.
+  below.allowed_access = kBelowFolder | (version >= 3 ? kTruncate : 0);
   below.parent_fd = folder;
   if (syscall(SYS_landlock_add_rule, made.Get(), LANDLOCK_RULE_PATH_BENEATH, &below, 0) == 0)
     fRules = std::move(made);

@@ -6,11 +6,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <new>
 #include <optional>
 #include <system_error>
 
+#include "platform/archive/Room.h"
 #include "platform/posix/Descriptor.h"
 
 namespace archive {
@@ -85,20 +87,24 @@ void Worker::Run() try {
 }
 
 Status Worker::Do(const Job& job) {
-  return job.large ? WriteLarge(fWork.plan.files[job.first], fWork.jobs.WorthTwoThreads(job)) : WriteRun(job);
+  if (job.way == Job::Way::Whole) return WriteWhole(job);
+  return WriteStream(fWork.plan.files[job.first], job.way == Job::Way::Shared);
 }
 
-Status Worker::WriteRun(const Job& run) {
-  if (!fPacked) fPacked = std::make_unique_for_overwrite<unsigned char[]>(kLongestRun);
+Status Worker::WriteWhole(const Job& run) {
+  const std::size_t room = fWork.jobs.Room();
+  if (!fRoom) fRoom = std::make_unique_for_overwrite<unsigned char[]>(room);
   const Plan& plan = fWork.plan;
   const Entry& first = plan.EntryOf(plan.files[run.first]);
   const Entry& last = plan.EntryOf(plan.files[run.first + run.count - 1]);
-  if (!fWork.source.ReadAt(first.data, fPacked.get(), last.data + last.compressed - first.data))
+  const std::size_t length = last.data + last.compressed - first.data;
+  unsigned char* const packed = fRoom.get() + room - length;
+  if (!fWork.source.ReadAt(first.data, packed, length))
     return FailedCall("read the data of the entry", first.name);
   for (std::size_t i = 0; i < run.count && !fWork.stop; ++i) {
     const NodeId node = plan.files[run.first + i];
     const Entry& entry = plan.EntryOf(node);
-    Status status = WriteWhole(node, {fPacked.get() + (entry.data - first.data), entry.compressed});
+    Status status = WriteFile(node, {packed + (entry.data - first.data), entry.compressed});
     if (!status.Ok()) return status;
   }
   return {};
@@ -114,9 +120,9 @@ Result<int> Worker::Create(NodeId node) {
   return file;
 }
 
-Status Worker::WriteWhole(NodeId node, Bytes packed) {
+Status Worker::WriteFile(NodeId node, Bytes packed) {
   const Entry& entry = fWork.plan.EntryOf(node);
-  Result<Bytes> content = fInflater.Whole(packed, entry);
+  Result<Bytes> content = fInflater.Whole(packed, entry, {fRoom.get(), entry.size});
   if (!content.Ok()) return content.Failure();
   Result<int> created = Create(node);
   if (!created.Ok()) return created.Failure();
@@ -128,15 +134,21 @@ Status Worker::WriteWhole(NodeId node, Bytes packed) {
   return {};
 }
 
-Status Worker::WriteLarge(NodeId node, bool twoThreads) {
+Status Worker::AdmitBeyond(std::uint64_t bytes) {
+  const std::uint64_t all = fWork.plan.bytes + (fWork.beyond += bytes);
+  return CheckRoom(fWork.root, all - std::min<std::uint64_t>(fWork.written, all), 0);
+}
+
+Status Worker::WriteStream(NodeId node, bool shared) {
   const Entry& entry = fWork.plan.EntryOf(node);
   Result<int> created = Create(node);
   if (!created.Ok()) return created.Failure();
   Descriptor file(*created);
   FileTaker taker(fWork, entry, file.Get());
   Status status;
+  const auto admit = [this](std::uint64_t bytes) { return AdmitBeyond(bytes); };
   std::optional<PipedOutlet> piped;
-  if (twoThreads) {
+  if (shared) {
     try {
       piped.emplace(taker);
     } catch (const std::system_error&) {
@@ -144,12 +156,12 @@ Status Worker::WriteLarge(NodeId node, bool twoThreads) {
     }
   }
   if (piped) {
-    status = fInflater.Stream(fWork.source, entry, *piped);
+    status = fInflater.Stream(fWork.source, entry, *piped, admit);
     Status closed = piped->Close();
     if (status.Ok()) status = closed;
   } else {
     DirectOutlet outlet(fPiece, taker);
-    status = fInflater.Stream(fWork.source, entry, outlet);
+    status = fInflater.Stream(fWork.source, entry, outlet, admit);
   }
   if (!status.Ok()) return status;
   if (!taker.Verified()) return archive::Fail("the checksum of the entry ", Quoted(entry.name), " is wrong");

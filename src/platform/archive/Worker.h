@@ -26,6 +26,7 @@ struct Work {
   MadeFolders made;
   Jobs jobs;
   std::atomic<std::uint64_t> written{0};
+  std::atomic<std::uint64_t> beyond{0};  // what entries turned out to hold above their stated lengths
   std::atomic<bool> stop{false};
 
   /// Keeps the first failure and stops all workers.
@@ -45,16 +46,17 @@ class Worker {
 
  private:
   Status Do(const Job& job);
-  Status WriteRun(const Job& run);
-  Status WriteWhole(NodeId node, Bytes packed);
-  Status WriteLarge(NodeId node, bool twoThreads);
+  Status WriteWhole(const Job& run);
+  Status WriteFile(NodeId node, Bytes packed);
+  Status WriteStream(NodeId node, bool shared);
+  Status AdmitBeyond(std::uint64_t bytes);
   Result<int> Create(NodeId node);
 
   Work& fWork;
   const unsigned fNumber;
   FolderCache fFolders;
   Inflater fInflater;
-  std::unique_ptr<unsigned char[]> fPacked;
+  std::unique_ptr<unsigned char[]> fRoom;  // the content from its start, what is packed at its end
   std::unique_ptr<unsigned char[]> fPiece;
 };
 

@@ -2,7 +2,7 @@
 // Finds the true places of entries whose 32-bit fields wrapped.
 #include "platform/archive/Wrapped.h"
 
-#include "platform/archive/LocalHeaders.h"
+#include "platform/archive/Peek.h"
 #include "platform/archive/ZipFormat.h"
 
 namespace archive {
