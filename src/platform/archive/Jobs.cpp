@@ -14,7 +14,7 @@ constexpr std::size_t kRunFiles = 64;
 
 /// Inflating into one piece is a fifth faster than streaming: worth much memory, but not for many workers.
 constexpr std::size_t kMemory = 48 << 20, kLeastRoom = 2 << 20;
-static_assert(kRunPacked + kRunContent <= kLeastRoom);
+static_assert(kRunPacked <= kRunContent && 2 * kRunContent <= kLeastRoom);
 
 bool Fits(const Plan& plan, const Job& run, const Entry& next) {
   const std::uint64_t start = plan.EntryOf(plan.files[run.first]).data;
