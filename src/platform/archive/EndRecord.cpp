@@ -117,9 +117,7 @@ Result<DirectoryPlace> Settle(const EndFields& fields) {
   return place;
 }
 
-}  // namespace
-
-Result<DirectoryPlace> FindDirectory(const Source& source) {
+Result<DirectoryPlace> FindDirectoryByRecords(const Source& source) {
   Result<EndFields> last = FindEnd(source);
   if (!last.Ok()) return last.Failure();
 
@@ -149,6 +147,17 @@ Result<DirectoryPlace> FindDirectory(const Source& source) {
   if (place->shift != shift) return Contradiction();
   place->has64 = true;
   return place;
+}
+
+}  // namespace
+
+Result<DirectoryPlace> FindDirectory(const Source& source) {
+  Result<DirectoryPlace> place = FindDirectoryByRecords(source);
+  if (!place.Ok() || place->shift == 0) return place;
+  char mark[4];
+  if (!source.ReadAt(0, mark, sizeof mark)) return Unreadable();
+  // What stands in front is an archive itself: it may be cut, and the end that of an archive stored in it.
+  return Load32(mark) == local::kMark ? CutShort(source) : place;
 }
 
 }  // namespace archive
