@@ -82,7 +82,7 @@ Status RunCrew(Work& work, unsigned workers, bool wall, const std::atomic<bool>*
     }
   }
   while (muster.StillBusy()) {
-    if (stop != nullptr && *stop) work.Fail(Fail("the expansion was stopped"));
+    if (Stopped(stop)) work.Fail(Interrupted());
     tell(work.written);
   }
   for (std::jthread& thread : threads) thread.join();

@@ -49,8 +49,9 @@ class Reader {
   Reader(const DirectoryPlace& place, Directory& directory)
       : fPlace(place), fDirectory(directory), fRest(directory.bytes.get(), place.length) {}
 
-  Status All() {
+  Status All(const std::atomic<bool>* stop) {
     while (!fRest.empty()) {
+      if (Stopped(stop)) return Interrupted();
       Status status = Next();
       if (!status.Ok()) return status;
     }
@@ -144,8 +145,10 @@ class Reader {
     } else if (type != 0 && type != S_IFREG && type != S_IFDIR) {
       return Refuse(entry.name, "is a device or another special file");
     }
+    // Some writers give a folder the mode of a file, with which nobody could enter it.
+    const bool isStated = mode != 0 && (entry.kind != Kind::Folder || type != S_IFREG);
     const std::uint16_t common = entry.kind == Kind::Folder ? kFolderMode : kFileMode;
-    entry.mode = mode == 0 ? common : mode & 0777;
+    entry.mode = isStated ? mode & 0777 : common;
     if (entry.kind == Kind::Link) entry.mode = kLinkMode;
     return {};
   }
@@ -172,14 +175,15 @@ class Reader {
 
 }  // namespace
 
-Result<Directory> ReadDirectory(const Source& source, const DirectoryPlace& place) {
+Result<Directory> ReadDirectory(const Source& source, const DirectoryPlace& place,
+                                const std::atomic<bool>* stop) {
   if (place.length > kLargestDirectory) return Fail("the archive's directory is too large");
   Directory directory;
   directory.bytes = std::make_unique_for_overwrite<char[]>(place.length);
   if (!source.ReadAt(place.start, directory.bytes.get(), place.length))
     return FailedCall("read the archive's directory");
   directory.entries.reserve(std::min(place.count, place.length / central::kLength));
-  Status status = Reader(place, directory).All();
+  Status status = Reader(place, directory).All(stop);
   if (!status.Ok()) return status;
   return directory;
 }

@@ -46,6 +46,7 @@ struct Directory {
 
 /// Reads all entries. Refuses names that may not be created, encrypted or otherwise unreadable entries,
 /// devices, lengths that contradict each other, and a count that isn't the number of entries.
-Result<Directory> ReadDirectory(const Source& source, const DirectoryPlace& place);
+Result<Directory> ReadDirectory(const Source& source, const DirectoryPlace& place,
+                                const std::atomic<bool>* stop);
 
 }  // namespace archive

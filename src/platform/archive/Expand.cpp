@@ -55,13 +55,6 @@ std::string StemOf(const std::string& archive) {
   return name.substr(0, name.find_last_of('.'));
 }
 
-bool Stopped(const ExpandOptions& options) {
-  return options.stop != nullptr && *options.stop;
-}
-Status Interrupted() {
-  return Fail("the expansion was stopped");
-}
-
 Result<Descriptor> OpenArchive(const std::string& path, std::uint64_t& size) {
   // Never waits for the other end of a pipe.
   Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
@@ -98,7 +91,8 @@ Status WriteAndPublish(const ExpandOptions& options, const Plan& plan, const Sou
 
   Result<Staging> staging = Staging::Make(folder);
   if (!staging.Ok()) return staging.Failure();
-  flusher.Attach(staging->Get());
+  status = flusher.Attach(staging->Get());
+  if (!status.Ok()) return status;
   Progress progress(watcher, plan.bytes, flusher.Enabled());
   const NoMask noMask;
   Work work(plan, source, staging->Get(), workers);
@@ -107,19 +101,19 @@ Status WriteAndPublish(const ExpandOptions& options, const Plan& plan, const Sou
     flusher.Begin(written);
   });
   if (status.Ok()) status = FinishTree(plan, staging->Get(), work.made, publisher);
-  if (status.Ok() && Stopped(options)) status = Interrupted();
+  if (status.Ok() && Stopped(options.stop)) status = Interrupted();
   const auto flushed = [&](double share) {
     progress.Flushed(share);
-    return !Stopped(options);
+    return !Stopped(options.stop);
   };
   if (status.Ok()) status = flusher.Finish(flushed);
-  if (status.Ok() && Stopped(options)) status = Interrupted();
+  if (status.Ok() && Stopped(options.stop)) status = Interrupted();
   return status.Ok() ? publisher.Publish(staging->Get()) : status;
 }
 
 /// Reads the plan on a thread that may neither write nor open anything.
-Result<Plan> PlanShutIn(const Source& source, unsigned workers, bool wall) {
-  if (!wall) return ReadPlan(source, workers);
+Result<Plan> PlanShutIn(const Source& source, unsigned workers, const ExpandOptions& options) {
+  if (!options.wall) return ReadPlan(source, workers, options.stop);
   tzset();  // reads a file
   RestrictCalls();
   std::optional<Result<Plan>> plan;
@@ -127,7 +121,7 @@ Result<Plan> PlanShutIn(const Source& source, unsigned workers, bool wall) {
   std::thread([&] {
     try {
       FolderWall().Enter();
-      plan.emplace(ReadPlan(source, workers));
+      plan.emplace(ReadPlan(source, workers, options.stop));
     } catch (...) {
       failure = std::current_exception();
     }
@@ -148,13 +142,12 @@ Status ExpandUnguarded(const ExpandOptions& options, ExpandWatcher& watcher) {
   const unsigned workers = options.workers != 0 ? std::min(options.workers, kMostWorkers) : Processors();
   Flusher flusher(options.flush);
   const FileSource source(file->Get(), size);
-  Result<Plan> plan = PlanShutIn(source, workers, options.wall);
-  if (options.wall) FolderWall(target->Get()).Enter();
+  Result<Plan> plan = PlanShutIn(source, workers, options);
   if (!plan.Ok()) return plan.Failure();
-  if (Stopped(options)) return Interrupted();
 
   Status status = target->Make();
   if (!status.Ok()) return status;
+  if (options.wall) FolderWall(target->Get(), target->Above()).Enter();
   RemoveLeftovers(target->Get());
   status = WriteAndPublish(options, *plan, source, workers, target->Get(), flusher, watcher);
   if (status.Ok()) target->Keep();

@@ -32,9 +32,11 @@ double LineOf(std::string_view text, std::string_view name) {
 Flusher::Flusher(bool wanted)
     : fWanted(wanted), fMemoryFacts(wanted ? open("/proc/meminfo", O_RDONLY | O_CLOEXEC) : -1) {}
 
-void Flusher::Attach(int folder) {
+Status Flusher::Attach(int folder) {
+  if (!fWanted || !IsOnDisk(folder)) return {};
   fFolder = Descriptor(fcntl(folder, F_DUPFD_CLOEXEC, 0));
-  fEnabled = fWanted && fFolder && IsOnDisk(folder);
+  fEnabled = static_cast<bool>(fFolder);
+  return fEnabled ? Status() : FailedCall("keep the target folder open");
 }
 
 Flusher::~Flusher() {
@@ -46,7 +48,7 @@ bool Flusher::Start() try {
   fBusy = true;
   fThread = std::thread([this] {
     const bool flushed = syncfs(fFolder.Get()) == 0;
-    fError = flushed ? 0 : errno;
+    if (!flushed && fError == 0) fError = errno;
     fBusy = false;
   });
   return true;
@@ -89,10 +91,10 @@ Status Flusher::Finish(const std::function<bool(double)>& tell) {
   };
   watch();  // what was begun before may not have seen the last files
   if (!wanted) return {};
-  if (Start())
+  if (fError == 0 && Start())
     watch();
-  else
-    fError = syncfs(fFolder.Get()) == 0 ? 0 : errno;
+  else if (fError == 0 && syncfs(fFolder.Get()) != 0)
+    fError = errno;
   errno = fError;
   return fError == 0 ? Status() : FailedCall("flush the data to disk");
 }

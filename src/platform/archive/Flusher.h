@@ -25,7 +25,7 @@ class Flusher {
 
   /// The folder whose file system is meant; one in memory has nothing to flush. Keeps a descriptor of its
   /// own.
-  void Attach(int folder);
+  Status Attach(int folder);
   bool Enabled() const { return fEnabled; }
   /// Begins to write to disk, beside the caller, once enough has come together and a thread for it can be
   /// had. `written`: bytes so far.
@@ -47,7 +47,7 @@ class Flusher {
   const Descriptor fMemoryFacts;  // /proc/meminfo
   std::thread fThread;
   std::atomic<bool> fBusy{false};
-  int fError = 0;
+  int fError = 0;  // the first: the system tells each but once
   std::uint64_t fBegun = 0;
 };
 

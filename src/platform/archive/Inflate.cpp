@@ -18,9 +18,6 @@ Status Damaged(const Entry& entry) {
 Status WrongLength(const Entry& entry, std::string_view how) {
   return Fail("the entry ", Quoted(entry.name), " is ", how, " than it states");
 }
-Status Interrupted() {
-  return Fail("the expansion was stopped");
-}
 
 /// One entry's deflate stream.
 class DeflateStream {

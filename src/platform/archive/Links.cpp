@@ -7,8 +7,8 @@ namespace {
 
 class Resolver {
  public:
-  Resolver(const Tree& tree, const std::vector<Link>& links)
-      : fTree(tree), fLinks(links), fKnown(links.size()) {
+  Resolver(const Tree& tree, const std::vector<Link>& links, std::set<NodeId>& named)
+      : fTree(tree), fLinks(links), fNamed(named), fKnown(links.size()) {
     fIndex.reserve(links.size());
     for (std::size_t i = 0; i < links.size(); ++i) fIndex[links[i].node] = i;
   }
@@ -58,7 +58,9 @@ class Resolver {
   /// One name further from `at`, which becomes kNoNode where the archive holds nothing.
   Status Step(std::size_t link, std::string_view name, unsigned depth, NodeId& at, unsigned& hops) {
     if (at == kNoNode) return {};
+    const bool isTop = at == kRoot;
     at = fTree[at].kind == Kind::Folder ? fTree.Find(at, name) : kNoNode;
+    if (isTop && at != kNoNode) fNamed.insert(at);
     if (at == kNoNode || fTree[at].kind != Kind::Link) return {};
     const std::size_t other = fIndex.at(at);
     Status status = Resolve(other, depth + 1);
@@ -71,14 +73,15 @@ class Resolver {
 
   const Tree& fTree;
   const std::vector<Link>& fLinks;
+  std::set<NodeId>& fNamed;
   std::vector<Known> fKnown;
   std::unordered_map<NodeId, std::size_t> fIndex;
 };
 
 }  // namespace
 
-Status CheckLinks(const Tree& tree, const std::vector<Link>& links) {
-  Resolver resolver(tree, links);
+Status CheckLinks(const Tree& tree, const std::vector<Link>& links, std::set<NodeId>& named) {
+  Resolver resolver(tree, links, named);
   for (std::size_t i = 0; i < links.size(); ++i) {
     Status status = resolver.Resolve(i, 1);
     if (!status.Ok()) return status;

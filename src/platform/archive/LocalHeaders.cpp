@@ -129,7 +129,7 @@ std::vector<std::uint32_t> OrderInFile(const std::vector<Entry>& entries) {
 
 Status CheckLocalHeaders(const Source& source, std::vector<Entry>& entries,
                          const std::vector<std::uint32_t>& order, std::uint64_t limit, unsigned threads,
-                         const std::function<void()>& meanwhile) {
+                         const std::atomic<bool>* stop, const std::function<void()>& meanwhile) {
   constexpr std::size_t kPiece = 2048;
   const std::size_t pieces = (order.size() + kPiece - 1) / kPiece;
   std::vector<Status> results(pieces);
@@ -138,6 +138,7 @@ Status CheckLocalHeaders(const Source& source, std::vector<Entry>& entries,
   const auto checkPieces = [&] {
     Checker checker(source);
     for (std::size_t piece = next++; piece < pieces; piece = next++) {
+      if (Stopped(stop)) results[piece] = Interrupted();
       const std::size_t last = std::min((piece + 1) * kPiece, order.size());
       for (std::size_t i = piece * kPiece; i < last && results[piece].Ok(); ++i) {
         const std::uint64_t end = i + 1 < order.size() ? entries[order[i + 1]].header : limit;

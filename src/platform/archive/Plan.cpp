@@ -38,11 +38,12 @@ class TargetReader {
   std::uint64_t fAll = 0;
 };
 
-Status AddItems(Plan& plan) {
+Status AddItems(Plan& plan, const std::atomic<bool>* stop) {
   const std::vector<Entry>& entries = plan.directory.entries;
   plan.tree.Reserve(entries.size());
   for (std::uint32_t i = 0; i < entries.size(); ++i) {
     const Entry& entry = entries[i];
+    if (Stopped(stop)) return Interrupted();
     if (entry.leftOut) continue;
     if (IsStagingName(entry.name.substr(0, entry.name.find('/'))))
       return Fail("the entry ", Quoted(entry.name), " has a name that is kept for expanding");
@@ -87,25 +88,25 @@ bool IsStagingName(std::string_view name) {
          random.size() == kRandomDigits && random.find_first_not_of("0123456789abcdef") == random.npos;
 }
 
-Result<Plan> ReadPlan(const Source& source, unsigned threads) {
+Result<Plan> ReadPlan(const Source& source, unsigned threads, const std::atomic<bool>* stop) {
   Result<DirectoryPlace> place = FindDirectory(source);
   if (!place.Ok()) return place.Failure();
-  Result<Directory> directory = ReadDirectory(source, *place);
+  Result<Directory> directory = ReadDirectory(source, *place, stop);
   if (!directory.Ok()) return directory.Failure();
 
   Plan plan;
   plan.directory = std::move(*directory);
   std::vector<Entry>& entries = plan.directory.entries;
   if (place->wrapped) {
-    Status status = RecoverWrapped(source, entries, place->start);
+    Status status = RecoverWrapped(source, entries, place->start, stop);
     if (!status.Ok()) return status;
   }
   Status added;
-  Status status = CheckLocalHeaders(source, entries, OrderInFile(entries), place->start, threads,
-                                    [&] { added = AddItems(plan); });
+  Status status = CheckLocalHeaders(source, entries, OrderInFile(entries), place->start, threads, stop,
+                                    [&] { added = AddItems(plan, stop); });
   if (status.Ok()) status = added;
   if (status.Ok()) status = CollectFilesAndLinks(source, plan);
-  if (status.Ok()) status = CheckLinks(plan.tree, plan.links);
+  if (status.Ok()) status = CheckLinks(plan.tree, plan.links, plan.linkedTo);
   if (!status.Ok()) return status;
   return plan;
 }

@@ -2,7 +2,9 @@
 // What an archive will make, settled before the first byte is written. Needs the archive's bytes only.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
+#include <set>
 #include <vector>
 
 #include "platform/archive/Directory.h"
@@ -18,7 +20,8 @@ struct Plan {
   Tree tree;
   std::vector<NodeId> files;  // by the place of their data
   std::vector<Link> links;
-  std::uint64_t bytes = 0;  // of all files
+  std::set<NodeId> linkedTo;  // top-level items that links reach by their names
+  std::uint64_t bytes = 0;    // of all files
 
   const Entry& EntryOf(NodeId node) const { return directory.entries[tree[node].entry]; }
 };
@@ -26,7 +29,8 @@ struct Plan {
 /// A name that a run takes for its staging folder; no archive may bring one.
 bool IsStagingName(std::string_view name);
 
-/// Reads and judges the whole structure: directory, local headers, names, links.
-Result<Plan> ReadPlan(const Source& source, unsigned threads);
+/// Reads and judges the whole structure: directory, local headers, names, links. Gives up where `stop` is
+/// set.
+Result<Plan> ReadPlan(const Source& source, unsigned threads, const std::atomic<bool>* stop = nullptr);
 
 }  // namespace archive

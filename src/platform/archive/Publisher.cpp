@@ -9,13 +9,15 @@
 
 #include <cerrno>
 
-#include "platform/posix/Descriptor.h"
-
 namespace archive {
 namespace {
 
 constexpr std::size_t kDescriptors = 8;
-constexpr int kOpenFolder = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+
+/// Of a folder that its owner may not even read; never of what a link in its place leads to.
+bool SetMode(int parent, const char* name, mode_t mode) {
+  return parent >= 0 && fchmodat(parent, name, mode, AT_SYMLINK_NOFOLLOW) == 0;
+}
 
 /// Fails with EEXIST where something stands. File systems without that kind of rename get a look first.
 bool RenameToFree(int from, const char* name, int to, const char* newName) {
@@ -68,7 +70,7 @@ Status Publisher::CheckPlace(NodeId node) {
   fMerged[node] = true;
   if (faccessat(place, name, W_OK | X_OK, AT_EACCESS) == 0) return {};
   if (facts.st_uid != geteuid()) return FailedCall("write to the folder", fPlan.tree.Path(node));
-  fLocked.push_back({node, facts.st_mode & 07777});
+  fLocked.push_back({node, static_cast<mode_t>(facts.st_mode & 07777)});
   return {};
 }
 
@@ -82,6 +84,8 @@ Status Publisher::FindFreeName(NodeId node, int place) {
   constexpr int kMostTries = 1000;
   const std::string name(fPlan.tree[node].name);
   const std::size_t dot = name.find_last_of('.');
+  if (fPlan.linkedTo.contains(node))
+    return Fail("the target folder holds ", Quoted(name), " already, and a link of the archive leads there");
   const std::size_t stem = dot == std::string::npos || dot == 0 ? name.size() : dot;
   for (int number = 2; !IsExpected(node) && number < kMostTries; ++number) {
     const std::string free = name.substr(0, stem) + " " + std::to_string(number) + name.substr(stem);
@@ -100,20 +104,19 @@ std::string Publisher::PlaceName(NodeId node) const {
   return found == fFreeNames.end() ? std::string(fPlan.tree[node].name) : found->second;
 }
 
-Status Publisher::Unlock(NodeId folder) {
-  const int parent = fPlaces.Open(fPlan.tree[folder].parent);
-  // Not to be opened for reading as long as it is locked; a link in its place would be seen by Open below.
-  if (parent < 0 || fchmodat(parent, CName(fPlan.tree[folder].name), S_IRWXU, 0) != 0)
-    return FailedCall("write to the folder", fPlan.tree.Path(folder));
-  return {};
+Status Publisher::Unlock(const Locked& locked) {
+  const Node& node = fPlan.tree[locked.node];
+  const int parent = fPlaces.Open(node.parent);
+  return SetMode(parent, CName(node.name), locked.mode | S_IRWXU)
+             ? Status()
+             : FailedCall("write to the folder", fPlan.tree.Path(locked.node));
 }
 
 void Publisher::LockAgain() {
   for (; !fLocked.empty(); fLocked.pop_back()) {
     const Node& node = fPlan.tree[fLocked.back().node];
-    const int parent = fPlaces.Open(node.parent);
-    const Descriptor folder(parent < 0 ? -1 : openat(parent, CName(node.name), kOpenFolder));
-    if (folder) static_cast<void>(fchmod(folder.Get(), fLocked.back().mode));  // nobody to tell any more
+    // Nobody to tell any more.
+    static_cast<void>(SetMode(fPlaces.Open(node.parent), CName(node.name), fLocked.back().mode));
   }
 }
 
@@ -135,35 +138,29 @@ bool Publisher::Rename(NodeId node, int from, int to) {
   return replaces && (errno == EINVAL || errno == ENOSYS) && renameat(from, name, to, name) == 0;
 }
 
-/// A folder can change its place only while its owner may write to it, so such modes come last.
-Status Publisher::SetLateModes() {
-  for (const Moved& moved : fMoved) {
-    const Node& node = fPlan.tree[moved.node];
-    const mode_t mode = node.kind == Kind::Folder ? FolderMode(fPlan, moved.node) : S_IRWXU;
-    if ((mode & S_IRWXU) == S_IRWXU) continue;
-    const int parent = fPlaces.Open(node.parent);
-    const Descriptor folder(parent < 0 ? -1 : openat(parent, PlaceName(moved.node).c_str(), kOpenFolder));
-    if (!folder || fchmod(folder.Get(), mode) != 0)
-      return FailedCall("set the mode of", fPlan.tree.Path(moved.node));
-  }
-  return {};
+/// Whether the folder gets a mode that forbids its owner something.
+bool Publisher::IsLate(NodeId node) const {
+  return fPlan.tree[node].kind == Kind::Folder && (FolderMode(fPlan, node) & S_IRWXU) != S_IRWXU;
 }
 
 Status Publisher::Place(NodeId node, FolderCache& made) {
   const NodeId parent = fPlan.tree[node].parent;
   const int from = made.Open(parent), to = fPlaces.Open(parent);
   if (from < 0 || to < 0) return FailedCall("open the folder of", fPlan.tree.Path(node));
-  return Rename(node, from, to) ? Status() : FailedCall("put into place", fPlan.tree.Path(node));
+  if (!Rename(node, from, to)) return FailedCall("put into place", fPlan.tree.Path(node));
+  // Not before: a folder can change its place only while its owner may write to it.
+  if (IsLate(node) && !SetMode(to, PlaceName(node).c_str(), FolderMode(fPlan, node)))
+    return FailedCall("set the mode of", fPlan.tree.Path(node));
+  return {};
 }
 
 Status Publisher::Publish(int staging) {
   Status status;
-  for (std::size_t i = 0; i < fLocked.size() && status.Ok(); ++i) status = Unlock(fLocked[i].node);
+  for (std::size_t i = 0; i < fLocked.size() && status.Ok(); ++i) status = Unlock(fLocked[i]);
   FolderCache made(fPlan, staging, kDescriptors);
   for (const bool expected : {false, true})
     for (NodeId node = kRoot + 1; node < fMerged.size() && status.Ok(); ++node)
       if (IsRenamed(node) && !fMerged[node] && IsExpected(node) == expected) status = Place(node, made);
-  if (status.Ok()) status = SetLateModes();
   if (!status.Ok()) TakeBack(made);
   LockAgain();
   return status;
@@ -175,11 +172,13 @@ void Publisher::TakeBack(FolderCache& made) {
     const CName name(node.name);
     const int staged = made.Open(node.parent), place = fPlaces.Open(node.parent);
     if (staged < 0 || place < 0) continue;
+    const std::string placed = PlaceName(fMoved.back().node);
     // They were moved a moment ago; what can't be moved back stays, and the failure is reported anyway.
+    if (IsLate(fMoved.back().node)) static_cast<void>(SetMode(place, placed.c_str(), S_IRWXU));
     if (fMoved.back().exchanged)
       static_cast<void>(renameat2(staged, name, place, name, RENAME_EXCHANGE));
     else
-      static_cast<void>(RenameToFree(place, PlaceName(fMoved.back().node).c_str(), staged, name));
+      static_cast<void>(RenameToFree(place, placed.c_str(), staged, name));
   }
 }
 

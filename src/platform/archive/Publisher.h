@@ -15,7 +15,8 @@ namespace archive {
 class Publisher {
  public:
   /// `mustBeNew`: nothing that the folder holds is replaced. The item that the archive is for, named
-  /// `expected` or that and "Patch", is refused where the name is taken; another one takes a free name.
+  /// `expected` or that and "Patch", is refused where the name is taken; another one takes a free name,
+  /// unless a link leads to it by its own.
   Publisher(const Plan& plan, int folder, bool mustBeNew, std::string expected);
 
   /// Looks at what stands in the folder already. A folder meets a folder: they are merged. A file or a link
@@ -46,9 +47,9 @@ class Publisher {
   /// The item's name where it goes.
   std::string PlaceName(NodeId node) const;
   bool Rename(NodeId node, int from, int to);
-  Status SetLateModes();
+  bool IsLate(NodeId node) const;
   void TakeBack(FolderCache& made);
-  Status Unlock(NodeId folder);
+  Status Unlock(const Locked& locked);
   void LockAgain();
 
   const Plan& fPlan;

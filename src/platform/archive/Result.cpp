@@ -34,6 +34,10 @@ std::string Quoted(std::string_view name) {
   return quoted + (name.empty() ? "\"" : "…\"");
 }
 
+Status Interrupted() {
+  return Fail("the expansion was stopped");
+}
+
 Status FailedCall(std::string_view what) {
   const int reason = errno;
   return Fail("could not ", what, ": ", Reason(reason));

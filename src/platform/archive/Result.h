@@ -2,6 +2,7 @@
 // How the archive's operations report: a sentence for the user, or a value.
 #pragma once
 
+#include <atomic>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -53,5 +54,11 @@ std::string Quoted(std::string_view name);
 Status FailedCall(std::string_view what);
 /// The same with an entry: "could not <what> "<name>": <reason>".
 Status FailedCall(std::string_view what, std::string_view name);
+
+/// Somebody asked to end: a signal's handler, or a worker that failed.
+inline bool Stopped(const std::atomic<bool>* stop) {
+  return stop != nullptr && *stop;
+}
+Status Interrupted();
 
 }  // namespace archive

@@ -23,6 +23,8 @@ class TargetFolder {
   /// Makes what is missing.
   Status Make();
   void Keep() { fMade.clear(); }
+  /// The folder in which the first of the made ones stands; -1 if none was made.
+  int Above() const { return fMade.empty() ? -1 : fMade.front().parent.Get(); }
   /// The folder once it exists; before that, the last one on the way that does.
   int Get() const { return fOpened.Get(); }
 

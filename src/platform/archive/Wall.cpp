@@ -108,7 +108,7 @@ void RestrictCalls() {
   static_cast<void>(prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program, 0, 0));
 }
 
-FolderWall::FolderWall(int folder) {
+FolderWall::FolderWall(int folder, int above) {
   const long version = syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION);
   // The first version forbids to rename from folder to folder.
   if (version < 2) return;
@@ -126,16 +126,16 @@ FolderWall::FolderWall(int folder) {
     known += sizeof rules.scopes;
   }
   Descriptor made(static_cast<int>(syscall(SYS_landlock_create_ruleset, &rules, known, 0)));
-  if (!made || folder < 0) {
-    fRules = std::move(made);
-    return;
-  }
-  landlock_path_beneath_attr below{};
+  const auto allow = [&](int below, std::uint64_t rights) {
+    landlock_path_beneath_attr rule{};
+    rule.allowed_access = rights;
+    rule.parent_fd = below;
+    return below < 0 || syscall(SYS_landlock_add_rule, made.Get(), LANDLOCK_RULE_PATH_BENEATH, &rule, 0) == 0;
+  };
   // Truncating is asked for with each file that is opened; without the right, the way to it is looked at up
   // to the root of the whole tree, with every file.
-  below.allowed_access = kBelowFolder | (version >= 3 ? kTruncate : 0);
-  below.parent_fd = folder;
-  if (syscall(SYS_landlock_add_rule, made.Get(), LANDLOCK_RULE_PATH_BENEATH, &below, 0) == 0)
+  const std::uint64_t truncate = version >= 3 ? kTruncate : 0;
+  if (made && allow(folder, kBelowFolder | truncate) && allow(above, LANDLOCK_ACCESS_FS_REMOVE_DIR))
     fRules = std::move(made);
 }
 

@@ -10,11 +10,11 @@ namespace archive {
 /// kernel doesn't offer is left out: expanding is safe without.
 void RestrictCalls();
 
-/// A set of rules that allows changes below one folder, or none if that is -1, and no other access to files
-/// by name. Descriptors that are open already stay usable.
+/// A set of rules that allows changes below `folder`, and to remove empty folders below `above`, and no other
+/// access to files by name; -1 for none. Descriptors that are open already stay usable.
 class FolderWall {
  public:
-  explicit FolderWall(int folder = -1);
+  explicit FolderWall(int folder = -1, int above = -1);
   /// Puts the wall around the calling thread and those that it starts.
   void Enter() const;
 

@@ -34,7 +34,8 @@ bool FitLength(Entry& entry, std::uint64_t room) {
 
 }  // namespace
 
-Status RecoverWrapped(const Source& source, std::vector<Entry>& entries, std::uint64_t limit) {
+Status RecoverWrapped(const Source& source, std::vector<Entry>& entries, std::uint64_t limit,
+                      const std::atomic<bool>* stop) {
   Peek peek(source);
   Entry* previous = nullptr;
   std::uint64_t previousData = 0;
@@ -44,6 +45,7 @@ Status RecoverWrapped(const Source& source, std::vector<Entry>& entries, std::ui
     if (place < from) place += kWrap32;
     unsigned found = 0;
     for (; place < limit; place += kWrap32) {
+      if (Stopped(stop)) return Interrupted();
       std::uint64_t data = 0;
       if (!HeaderStandsAt(peek, entry, place, data) || data > limit) continue;
       if (++found > 1) break;
