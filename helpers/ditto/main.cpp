@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The expansion helper: ditto -xk [--new] [--progress] ARCHIVE FOLDER
+// The expansion helper: ditto -xk [--new] [--progress] [--no-sync] ARCHIVE FOLDER
 #include <unistd.h>
 
 #include <atomic>
@@ -67,7 +67,7 @@ std::optional<Command> Parse(int count, char** arguments) {
 int main(int count, char** arguments) {
   std::optional<Command> command = Parse(count, arguments);
   if (!command) {
-    std::fputs("usage: ditto -xk [--new] [--progress] [--] ARCHIVE FOLDER\n", stderr);
+    std::fputs("usage: ditto -xk [--new] [--progress] [--no-sync] [--] ARCHIVE FOLDER\n", stderr);
     return kBadUsage;
   }
   SetSignals();

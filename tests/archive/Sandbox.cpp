@@ -10,14 +10,14 @@
 
 namespace ziptest {
 
-std::string Sandbox::Expand(const std::string& bytes, bool mustBeNew) const {
+std::string Sandbox::Expand(const std::string& bytes, const Way& way) const {
   archive::ExpandOptions options;
   options.archive = Write("a.zip", bytes);
   options.folder = Target();
-  options.mustBeNew = mustBeNew;
+  options.mustBeNew = way.mustBeNew;
   options.flush = false;
-  options.workers = 2;
-  options.wall = true;
+  options.workers = way.workers;
+  options.wall = way.wall;
   archive::ExpandWatcher watcher;
   std::string sentence;
   // The wall shuts in the thread that puts it up, and this one's only.

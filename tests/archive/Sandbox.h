@@ -13,8 +13,13 @@ class Sandbox : public TemporaryTree {
  public:
   std::string Target() const { return Path("target"); }
   std::string Archive() const { return Path("a.zip"); }
+  struct Way {
+    bool mustBeNew = false, wall = true;
+    unsigned workers = 2;
+  };
   /// Expands `bytes` into Target() in this process. The sentence of the failure; empty on success.
-  std::string Expand(const std::string& bytes, bool mustBeNew = false) const;
+  std::string Expand(const std::string& bytes, const Way& way) const;
+  std::string Expand(const std::string& bytes) const { return Expand(bytes, Way()); }
 };
 
 struct Outcome {

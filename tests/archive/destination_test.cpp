@@ -2,12 +2,17 @@
 // What stands in the target folder already.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <linux/landlock.h>
+#include <sys/socket.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <filesystem>
+#include <thread>
 
 #include "archive/Sandbox.h"
 #include "platform/archive/FolderCache.h"
+#include "platform/archive/Wall.h"
 #include "platform/posix/Descriptor.h"
 
 namespace fs = std::filesystem;
@@ -49,18 +54,20 @@ TEST(Destination, NeverWritesThroughWhatIsPlanted) {
       {"a folder under a link's name", "mkdir l", false},
   };
   for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    const Sandbox box;
-    box.Write("outside/kept", "untouched");
-    const Snapshot outside = box.Look("outside");
-    ASSERT_EQ(RunShell("cd " + box.Folder("target") + " && " + row.plant).status, 0);
-    Snapshot before = box.Look("target");
-    EXPECT_EQ(box.Expand(Bundle()) == "", row.replaced);
-    EXPECT_EQ(box.Look("outside"), outside);
-    if (row.replaced)
-      EXPECT_EQ(box.Look("target")["f"], "file 644 new");
-    else
-      EXPECT_EQ(box.Look("target"), before);
+    for (const bool wall : {true, false}) {
+      SCOPED_TRACE(row.why);
+      const Sandbox box;
+      box.Write("outside/kept", "untouched");
+      const Snapshot outside = box.Look("outside");
+      ASSERT_EQ(RunShell("cd " + box.Folder("target") + " && " + row.plant).status, 0);
+      Snapshot before = box.Look("target");
+      EXPECT_EQ(box.Expand(Bundle(), {.wall = wall}) == "", row.replaced);
+      EXPECT_EQ(box.Look("outside"), outside);
+      if (row.replaced)
+        EXPECT_EQ(box.Look("target")["f"], "file 644 new");
+      else
+        EXPECT_EQ(box.Look("target"), before);
+    }
   }
 }
 
@@ -79,16 +86,19 @@ TEST(Destination, FoldersAreNeverEnteredThroughALink) {
 TEST(Destination, NewReplacesNothing) {
   const Sandbox box;
   const std::string zip = ZipOf({File("a/f", "new"), File("Notes.txt", "new"), File("d/f", "new")});
-  EXPECT_NE(box.Expand(zip, true).find("missing"), std::string::npos);
+  const Sandbox::Way asNew{.mustBeNew = true};
+  EXPECT_NE(box.Expand(zip, asNew).find("missing"), std::string::npos);
   EXPECT_FALSE(box.Has("target"));
   // What the archive is named after must be new, and nothing comes without it.
   box.Folder("target/a");
-  EXPECT_NE(box.Expand(zip, true).find("holds \"a\" already"), std::string::npos);
+  EXPECT_NE(box.Expand(zip, asNew).find("holds \"a\" already"), std::string::npos);
   EXPECT_EQ(box.Look("target").size(), 1u);
   fs::remove(box.Path("target/a"));
   for (const char* taken : {"Notes.txt", "Notes 2.txt", "d/mine"})
     box.Write(std::string("target/") + taken, "mine");
-  EXPECT_EQ(box.Expand(zip, true), "");
+  const std::string linked = ZipOf({File("a/f"), Link("a/l", "../d"), File("d/f")});
+  EXPECT_NE(box.Expand(linked, asNew).find("\"d\" already, and a link"), std::string::npos);
+  EXPECT_EQ(box.Expand(zip, asNew), "");
   EXPECT_EQ(box.Look("target"), (Snapshot{{"Notes.txt", "file 644 mine"},
                                           {"Notes 2.txt", "file 644 mine"},
                                           {"Notes 3.txt", "file 644 new"},
@@ -98,6 +108,27 @@ TEST(Destination, NewReplacesNothing) {
                                           {"d/mine", "file 644 mine"},
                                           {"d 2", "folder 755"},
                                           {"d 2/f", "file 644 new"}}));
+}
+
+TEST(Destination, TheWallLetsThroughWhatIsBelowTheFolderOnly) {
+  if (syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION) < 2)
+    GTEST_SKIP() << "the kernel offers no wall";
+  const Sandbox box;
+  const std::string kept = box.Write("above/kept", "x");
+  const Descriptor inside(open(box.Folder("above/in").c_str(), O_PATH)),
+      above(open(box.Path("above").c_str(), O_PATH));
+  std::thread([&] {  // a wall stands for its thread
+    archive::RestrictCalls();
+    archive::FolderWall(inside.Get(), above.Get()).Enter();
+    EXPECT_TRUE(Descriptor(openat(inside.Get(), "f", O_WRONLY | O_CREAT, 0600)));
+    EXPECT_FALSE(Descriptor(open(kept.c_str(), O_RDONLY)));
+    EXPECT_FALSE(Descriptor(openat(above.Get(), "f", O_WRONLY | O_CREAT, 0600)));
+    EXPECT_NE(unlinkat(above.Get(), "kept", 0), 0);
+    EXPECT_EQ(socket(AF_UNIX, SOCK_STREAM, 0), -1);
+    EXPECT_EQ(unlinkat(inside.Get(), "f", 0), 0);
+    EXPECT_EQ(unlinkat(above.Get(), "in", AT_REMOVEDIR), 0);
+  })
+      .join();
 }
 
 TEST(Destination, LeftoversOfKilledRunsGoAndThoseOfRunningOnesStay) {

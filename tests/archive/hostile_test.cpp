@@ -16,7 +16,8 @@ struct Row {
 };
 using Lie = std::function<void(Says&)>;
 
-/// Each row is expanded into a folder that is missing and into one that holds something.
+/// Each row is expanded into a folder that is missing and, without the wall's help, into one that holds
+/// something.
 void ExpectRefused(const std::vector<Row>& rows) {
   for (const Row& row : rows) {
     SCOPED_TRACE(row.why);
@@ -25,7 +26,7 @@ void ExpectRefused(const std::vector<Row>& rows) {
     for (const bool there : {false, true}) {
       if (there) box.Write("target/a", "old");
       const Snapshot before = box.Look();
-      const std::string told = box.Expand(row.bytes);
+      const std::string told = box.Expand(row.bytes, {.wall = !there});
       EXPECT_TRUE(!told.empty() && told.find(row.sentence) != std::string::npos) << told;
       std::filesystem::remove(box.Archive());
       EXPECT_EQ(box.Look(), before);
@@ -148,7 +149,10 @@ TEST(Hostile, DirectoriesThatLie) {
   const std::string good = ZipOf({File("a"), File("b")});
   std::string holed = good;
   holed[holed.rfind("PK\1\2")] = 'x';
-  const std::string streamed = ZipOf({{.name = "s", .tail = Tail::ShortMarked}});
+  const std::string streamed = ZipOf({{.name = "s", .content = "PK\7\10 no end", .tail = Tail::ShortMarked},
+                                      {.name = "l", .tail = Tail::LongMarked},
+                                      {.name = "t", .tail = Tail::Short}});
+  const std::string nested = ZipOf({File("n", good), File("rest")});
   const std::string long64 = ZipOf({{.name = "long", .local = [](Says& s) {
                                        s.extra = Extra(1, Le(s.size, 8) + Le(s.compressed, 8));
                                        s.compressed = s.size = 0xFFFFFFFF;
@@ -163,11 +167,13 @@ TEST(Hostile, DirectoriesThatLie) {
       {"cut in a header", good.substr(0, 10), "no zip archive"},
       {"cut in an entry", good.substr(0, 34), "short in the entry \"a\""},
       {"cut in a zip64 entry", long64.substr(0, 58), "short in the entry \"long\""},
-      {"cut behind a streamed entry", streamed.substr(0, 70), "short in or after the entry \"s\""},
-      {"cut in the directory", good.substr(0, good.size() - 30), "short after the entry \"b\""},
-      {"cut in the end record", good.substr(0, good.size() - 1), "short after the entry \"b\""},
-      {"bytes behind the end", good + "x", "short after"},
-      {"bytes behind zeros behind the end", good + std::string(100, '\0') + "x", "short after"},
+      {"cut behind a streamed entry", streamed.substr(0, 155), "short in the entry \"t\""},
+      {"cut behind an archive that is stored in it", nested.substr(0, nested.find(good) + good.size()),
+       "short after the entry \"n\""},
+      {"cut in the directory", good.substr(0, good.size() - 30), "after the entry \"b\""},
+      {"cut in the end record", good.substr(0, good.size() - 1), "after the entry \"b\""},
+      {"bytes behind the end", good + "x", "bytes stand behind"},
+      {"bytes behind zeros behind the end", good + std::string(100, '\0') + "x", "bytes stand behind"},
       {"cut at the front", good.substr(10), "not where"},
       {"a hole in the directory", holed, "damaged after \"a\""},
       {"too many counted", ends([](Ending& e) { e.count = ++e.countHere; }), "as many"},

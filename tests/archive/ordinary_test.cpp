@@ -31,6 +31,7 @@ TEST(Ordinary, KindsModesContentAndLinks) {
   } rows[] = {
       {Folder("Empty/"), "Empty", "folder 755"},
       {Folder("Closed/", 040555), "Closed", "folder 555"},
+      {Folder("Odd/", 0100644), "Odd", "folder 755"},
       {File("Closed/inside"), "Closed/inside", "file 644 content\n"},
       {{.name = "run.sh", .mode = 0100755}, "run.sh", "file 755 content\n"},
       {{.name = "marked", .mode = 0104755}, "marked", "file 755 content\n"},
@@ -62,6 +63,20 @@ TEST(Ordinary, KindsModesContentAndLinks) {
   EXPECT_EQ(box.Expand(ZipOf(items)), "");
   umask(before);
   EXPECT_EQ(box.Look("target"), expected);
+}
+
+TEST(Ordinary, LargeEntriesTakeEveryWay) {
+  // Among equals none is worth two threads.
+  std::vector<Item> items = {File("stored", std::string(3 << 20, 's')),
+                             Packed("alone", std::string(9 << 20, 'a'))};
+  for (const char name : {'1', '2', '3', '4'}) items.push_back(Packed({name}, std::string(2 << 20, name)));
+  for (const unsigned workers : {1u, 2u, 16u}) {
+    const Sandbox box;
+    ASSERT_EQ(box.Expand(ZipOf(items), {.workers = workers}), "");
+    for (const Item& item : items) EXPECT_TRUE(box.Read("target/" + item.name) == item.content) << item.name;
+  }
+  items[5].packed = Deflate(items[5].content).substr(9);
+  EXPECT_NE(Sandbox().Expand(ZipOf(items)).find("\"4\" is damaged"), std::string::npos);
 }
 
 TEST(Ordinary, FormsOfTheArchive) {

@@ -99,8 +99,7 @@ Status Worker::WriteWhole(const Job& run) {
   const Entry& last = plan.EntryOf(plan.files[run.first + run.count - 1]);
   const std::size_t length = last.data + last.compressed - first.data;
   unsigned char* const packed = fRoom.get() + room - length;
-  if (!fWork.source.ReadAt(first.data, packed, length))
-    return FailedCall("read the data of the entry", first.name);
+  if (!fWork.source.ReadAt(first.data, packed, length)) return FailedRead(run, packed);
   for (std::size_t i = 0; i < run.count && !fWork.stop; ++i) {
     const NodeId node = plan.files[run.first + i];
     const Entry& entry = plan.EntryOf(node);
@@ -108,6 +107,16 @@ Status Worker::WriteWhole(const Job& run) {
     if (!status.Ok()) return status;
   }
   return {};
+}
+
+/// Reads one after the other, to name the one.
+Status Worker::FailedRead(const Job& run, unsigned char* packed) {
+  for (std::size_t i = 0; i < run.count; ++i) {
+    const Entry& entry = fWork.plan.EntryOf(fWork.plan.files[run.first + i]);
+    if (!fWork.source.ReadAt(entry.data, packed, entry.compressed))
+      return FailedCall("read the data of the entry", entry.name);
+  }
+  return archive::Fail("could not read the archive");  // a gap between the entries, or it can be read now
 }
 
 Result<int> Worker::Create(NodeId node) {

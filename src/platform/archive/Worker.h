@@ -47,6 +47,7 @@ class Worker {
  private:
   Status Do(const Job& job);
   Status WriteWhole(const Job& run);
+  Status FailedRead(const Job& run, unsigned char* packed);
   Status WriteFile(NodeId node, Bytes packed);
   Status WriteStream(NodeId node, bool shared);
   Status AdmitBeyond(std::uint64_t bytes);
