@@ -111,12 +111,14 @@ Status Worker::WriteWhole(const Job& run) {
 
 /// Reads one after the other, to name the one.
 Status Worker::FailedRead(const Job& run, unsigned char* packed) {
+  const int why = errno;
   for (std::size_t i = 0; i < run.count; ++i) {
     const Entry& entry = fWork.plan.EntryOf(fWork.plan.files[run.first + i]);
     if (!fWork.source.ReadAt(entry.data, packed, entry.compressed))
       return FailedCall("read the data of the entry", entry.name);
   }
-  return archive::Fail("could not read the archive");  // a gap between the entries, or it can be read now
+  errno = why;
+  return FailedCall("read the archive");  // between the entries, or it can be read now
 }
 
 Result<int> Worker::Create(NodeId node) {
