@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -17,7 +16,6 @@
 
 namespace pack {
 
-namespace fs = std::filesystem;
 using nlohmann::json;
 
 class Workshop : public ::testing::Test, public TemporaryTree {

@@ -2,18 +2,10 @@
 // Scrambling, with bytes written out by hand, of strings and of files of several pieces.
 #include "package/Scrambling.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
 #include "support/TestMachine.h"
 #include "support/TestPackage.h"
 
-class Scrambling : public ::testing::Test {
- protected:
-  TemporaryTree fTree;
-  TestMachine fMachine{fTree};
-};
+class Scrambling : public MachineTest {};
 
 TEST_F(Scrambling, RaisesEverySecondByteOfTextsAndFilesOfAnyLength) {
   const std::string clear("A\xFF\0\0AAA", 7);
@@ -37,7 +29,7 @@ TEST_F(Scrambling, RaisesEverySecondByteOfTextsAndFilesOfAnyLength) {
 
 TEST_F(Scrambling, OtherFilesKeepTheirBytes) {
   fTree.Write("folder/kept", "AAAA");
-  std::filesystem::create_hard_link(fTree.Path("folder/kept"), fTree.Path("second"));
+  fs::create_hard_link(fTree.Path("folder/kept"), fTree.Path("second"));
   fTree.Link("link", fTree.Path("folder/kept"));
   for (const char* name : {"second", "link"}) {
     EncryptDecryptFileEnd(fTree.Path(name), true);
@@ -59,7 +51,7 @@ TEST_F(Scrambling, AFullDiskLosesNothing) {
   fTree.Write("disk/file", bytes);
   EncryptDecryptFileEnd(fTree.Path("disk/file"), true);
   EXPECT_TRUE(fTree.Read("disk/file") == ScrambledByHand(bytes)) << "no room is needed";
-  std::filesystem::create_hard_link(fTree.Path("disk/file"), fTree.Path("disk/second"));
+  fs::create_hard_link(fTree.Path("disk/file"), fTree.Path("disk/second"));
   EncryptDecryptFileEnd(fTree.Path("disk/second"), false);
   EXPECT_TRUE(fTree.Read("disk/second") == ScrambledByHand(bytes)) << "a new file has none";
   EXPECT_EQ(fTree.Look("disk").size(), 2U);

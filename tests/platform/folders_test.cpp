@@ -4,13 +4,10 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <filesystem>
 
 #include "platform/FolderItem.h"
 #include "platform/posix/SpecialFolders.h"
 #include "support/TemporaryTree.h"
-
-namespace fs = std::filesystem;
 
 TEST(SpecialFolders, VersionsAndTheDesktopAreReadFromTheMachinesTexts) {
   const char* const versions[][2] = {

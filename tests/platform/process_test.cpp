@@ -2,14 +2,13 @@
 // Commands and programs as real processes.
 #include "platform/posix/Process.h"
 
-#include <gtest/gtest.h>
 #include <signal.h>
 #include <unistd.h>
 
 #include "platform/Shell.h"
 #include "support/TestMachine.h"
 
-class Process : public ::testing::Test {
+class Process : public MachineTest {
  protected:
   Process() {
     ::signal(SIGPIPE, SIG_IGN);
@@ -22,9 +21,6 @@ class Process : public ::testing::Test {
     shell.Execute(line);
     return shell.ErrorCode();
   }
-
-  TemporaryTree fTree;
-  TestMachine fMachine{fTree};
 };
 
 TEST_F(Process, ExitCodesOfCommands) {

@@ -2,11 +2,6 @@
 // Whole runs of the installer, from its start to its end, over a package in the case's tree.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QWidget>
-#include <map>
-
 #include "platform/qt/QtMachine.h"
 #include "session/App.h"
 #include "support/ModalScript.h"
@@ -16,7 +11,7 @@
 /// The main window, by a control that only it has.
 inline constexpr const char* kMain = "InstallBtn";
 
-class SessionTest : public ::testing::Test {
+class SessionTest : public MachineTest {
  protected:
   SessionTest() {
     fMachine.fPump = [this] { fToolkit.DoEvents(0); };
@@ -55,8 +50,6 @@ class SessionTest : public ::testing::Test {
     EXPECT_EQ(fTree.Look(), before) << why;
   }
 
-  TemporaryTree fTree;
-  TestMachine fMachine{fTree};
   QtMachine fToolkit;
   TestPackage fPackage;
   ModalScript fScript;

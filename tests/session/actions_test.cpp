@@ -1,10 +1,5 @@
 // SPDX-License-Identifier: MIT
 // The publisher's script, programs and cleanup in whole runs.
-#include <QPlainTextEdit>
-#include <QScreen>
-#include <QScrollBar>
-#include <filesystem>
-
 #include "actions/SharedDetour.h"
 #include "session/SessionTest.h"
 
@@ -18,7 +13,7 @@ class Actions : public SessionTest {
 TEST_F(Actions, TheScriptRunsEntryByEntryPastItsFailures) {
   const std::string old = fTree.Write("old/file", "old");
   fTree.Write("kept/file", "kept");
-  std::filesystem::create_directory_symlink(fTree.Path("kept"), fTree.Path("old/link"));
+  fs::create_directory_symlink(fTree.Path("kept"), fTree.Path("old/link"));
   const std::string saved = fTree.Write("saved", "saved");
   fMachine.fArchive.work = [this](const FolderItem& archive) {
     Unpack(archive);
@@ -81,7 +76,7 @@ TEST_F(Actions, ABundleSurvivesTheSharedFolderWhateverStandsThere) {
   };
   fTree.Write("shared", "");
   pass("a file where the folder should be");
-  std::filesystem::remove(fTree.Path("shared"));
+  fs::remove(fTree.Path("shared"));
   pass("a fresh folder");
   fTree.Write("shared/Tool.app/stale", "");
   fTree.Link("shared/Tool.app/link", fTree.Path("kept"));
@@ -89,10 +84,10 @@ TEST_F(Actions, ABundleSurvivesTheSharedFolderWhateverStandsThere) {
   fTree.Link("shared/Tool.app", fTree.Path("kept"));
   pass("a planted link");
   EXPECT_EQ(fTree.Look("shared"), TemporaryTree::Contents{});
-  std::filesystem::permissions(fTree.Path("shared"), std::filesystem::perms(0777));
+  fs::permissions(fTree.Path("shared"), fs::perms(0777));
   pass("a folder in which everybody can rename");
   EXPECT_LT(fMachine.Ticks(), 8 * 60) << "the way, two seconds long, was taken three times";
-  std::filesystem::permissions(fTree.Path("shared"), std::filesystem::perms(01777));
+  fs::permissions(fTree.Path("shared"), fs::perms(01777));
   const SmallDisk disk(fTree.Path("shared"), 64);
   if (!disk.Mounted()) return;
   fTree.Write("Tool.app/Contents/large", std::string(300'000, 'x'));

@@ -1,15 +1,5 @@
 // SPDX-License-Identifier: MIT
 // The walk from the click to an installed folder, and what stops it on the way.
-#include <QApplication>
-#include <QFileDialog>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QTest>
-#include <QWindow>
-#include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-
 #include "engine/WaitEstimate.h"
 #include "session/SessionTest.h"
 
@@ -73,7 +63,7 @@ TEST_F(Install, IntoTheFolderThatTheUserPicksPastWhatIsPlantedThere) {
   EXPECT_EQ(fTree.Look(chosen),
             (TemporaryTree::Contents{{"Demo", "folder 755"}, {"Demo/content", "file 644 archive"}}));
   EXPECT_EQ(fTree.Look("outside"), (TemporaryTree::Contents{{"kept", "file 644 kept"}}));
-  EXPECT_FALSE(std::filesystem::exists(std::getenv("XDG_CONFIG_HOME"))) << "the dialog keeps nothing";
+  EXPECT_FALSE(fs::exists(std::getenv("XDG_CONFIG_HOME"))) << "the dialog keeps nothing";
 }
 
 TEST_F(Install, OverAnEarlierInstallationAsTheUserAnswers) {
@@ -133,11 +123,11 @@ TEST_F(Install, AFailureIsToldOnce) {
   EXPECT_TRUE(fTree.Has("Applications/Demo.zip/mine"));
   EXPECT_LT(fMachine.Ticks(), 10 * 60);
 
-  std::filesystem::remove_all(fTree.Path("Applications/Demo.zip"));
+  fs::remove_all(fTree.Path("Applications/Demo.zip"));
   fail();
   EXPECT_EQ(fTree.Look("Applications"), TemporaryTree::Contents{});
 
-  std::filesystem::remove(fTree.Path("media/Setup.app/Contents/Resources/Data2"));
+  fs::remove(fTree.Path("media/Setup.app/Contents/Resources/Data2"));
   fPackage.payload.clear();
   fTree.Write("Applications/Demo/old", "old");
   fMachine.fLaunched.clear();

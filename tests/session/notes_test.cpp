@@ -2,11 +2,6 @@
 // Notes, agreement and information: which window shows them, how, and what each answer leads to.
 #include <sys/stat.h>
 
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTest>
-#include <QTextBrowser>
-
 #include "session/SessionTest.h"
 
 constexpr const char* kPlain = "AgreementEdit";

@@ -1,11 +1,5 @@
 // SPDX-License-Identifier: MIT
 // From the start to the dressed window, and out again.
-#include <QAction>
-#include <QLabel>
-#include <QPushButton>
-#include <QTest>
-#include <filesystem>
-
 #include "session/SessionTest.h"
 
 class Startup : public SessionTest {};
@@ -16,7 +10,7 @@ TEST_F(Startup, WithoutARecordTheUserIsToldAndTheRunEnds) {
   const std::string record = fTree.Write("media/Setup.app/Contents/Resources/Data", "");
   fScript.ExpectMessage("Installation Failed");
   RunFromDisk("an empty record");
-  std::filesystem::remove(record);
+  fs::remove(record);
   Expect({.window = "MessageBox", .text = "Installation Failed", .close = true});
   RunFromDisk("none");
   fMachine.fExecutable = fTree.Path("nowhere/Setup.app/Contents/MacOS/Stub");

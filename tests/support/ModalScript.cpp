@@ -3,14 +3,6 @@
 // window has been answered, by another step.
 #include "support/ModalScript.h"
 
-#include <QApplication>
-#include <QCloseEvent>
-#include <QDialogButtonBox>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
-#include <QWindow>
 #include <utility>
 
 namespace {

@@ -4,8 +4,8 @@
 // the blocking call, and closed, so that the call returns.
 #pragma once
 
-#include <QTimer>
-#include <QWidget>
+#include <QtTest>
+#include <QtWidgets>
 #include <deque>
 #include <functional>
 #include <string>

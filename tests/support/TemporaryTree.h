@@ -2,8 +2,11 @@
 // A fresh folder for one case, and small disks that fill up or refuse to be written.
 #pragma once
 
+#include <filesystem>
 #include <map>
 #include <string>
+
+namespace fs = std::filesystem;
 
 /// Gone with all that it holds when the object goes. Names are relative to the folder.
 class TemporaryTree {

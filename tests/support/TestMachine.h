@@ -3,6 +3,8 @@
 // and what would leave the program is written down instead.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <functional>
 #include <optional>
 #include <utility>
@@ -59,4 +61,11 @@ class TestMachine : public PosixMachine {
  private:
   const TemporaryTree& fTree;
   std::shared_ptr<Expansion> fExpansion;
+};
+
+/// A machine and its tree for each case.
+class MachineTest : public ::testing::Test {
+ protected:
+  TemporaryTree fTree;
+  TestMachine fMachine{fTree};
 };

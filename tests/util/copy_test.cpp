@@ -1,21 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Copies: what they keep, what they refuse, and what stands in their way.
-#include <gtest/gtest.h>
 #include <sys/stat.h>
-
-#include <filesystem>
 
 #include "support/TestMachine.h"
 #include "util/Files.h"
 
 using namespace ViewConst;
-namespace fs = std::filesystem;
 
-class Copies : public ::testing::Test {
- protected:
-  TemporaryTree fTree;
-  TestMachine fMachine{fTree};
-};
+class Copies : public MachineTest {};
 
 TEST_F(Copies, KeepModesTimesAndLinks) {
   const auto past = fs::file_time_type::clock::now() - std::chrono::hours(1000);

@@ -3,11 +3,8 @@
 #include "util/Files.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <filesystem>
 
 #include "support/TestMachine.h"
 #include "util/Archives.h"
@@ -15,7 +12,6 @@
 #include "util/Rights.h"
 
 using namespace ViewConst;
-namespace fs = std::filesystem;
 
 /// Root is refused nothing. As this user, who gets the folder, the mode of a file counts.
 class OrdinaryUser {

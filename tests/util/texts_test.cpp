@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Searching, splitting, numbers and decoding; paths taken apart and put together.
-#include <gtest/gtest.h>
-
 #include <limits>
 
 #include "support/TestMachine.h"
