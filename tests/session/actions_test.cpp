@@ -3,45 +3,42 @@
 #include "actions/SharedDetour.h"
 #include "session/SessionTest.h"
 
-namespace {
-
 class Actions : public SessionTest {
  protected:
   Actions() { fPackage.data[2] = "1"; }
 };
 
 TEST_F(Actions, TheScriptRunsEntryByEntryPastItsFailures) {
-  const std::string old = fTree.Write("old/file", "old");
+  fTree.Write("old/file", "old");
+  fTree.Write("saved", "saved");
   fTree.Write("kept/file", "kept");
-  fs::create_directory_symlink(fTree.Path("kept"), fTree.Path("old/link"));
-  const std::string saved = fTree.Write("saved", "saved");
+  for (const char* link : {"old/link", "Tool.app", "alias"}) fTree.Link(link, fTree.Path("kept"));
   fMachine.fArchive.work = [this](const FolderItem& archive) {
     Unpack(archive);
-    EXPECT_EQ(fTree.Read("backup"), "saved");
+    EXPECT_EQ(fTree.Read("backup") + fTree.Read("older/file"), "savedold");
     EXPECT_FALSE(fTree.Has("old")) << "cleared before the expansion";
     fTree.Write("Applications/Demo/Tool.app/Contents/MacOS/Tool", "tool", 0755);
     fTree.Write("Applications/Demo/run", "cd /\ncat Demo/none\necho $(pwd) > '" + fTree.Path("ran") + "'\n");
   };
-  const std::string path = fTree.Path();
-  fPackage.textData[29] = "preinstallcopy=" + saved + ";" + path + "/backup|preinstalldelete=" + path +
-                          "/old|missing=" + path + "/x|nonsense|content=UserAccount/new/deep/c|content={" +
-                          saved + "}|content=[" + path + "/nowhere]" + path +
-                          "/y|createfolder=UserAccount/made/it|delete=" + path +
-                          "/Applications/Demo/content|Tool.app=" + path + "/Tool.app|Tool.app=" + path +
-                          "/Applications/Demo/Tool.app|shell=head -c 300000 /dev/zero; echo done > '" + path +
-                          "/shell'|shellfile=run|allusersfullaccess=" + path + "/shell|shell=";
+  QString script =
+      "preinstallcopy=@/saved;@/backup|preinstallcopy=@/old;@/older|preinstalldelete=@/old|missing=@/x|"
+      "nonsense|delete=@/alias|delete=@/none|content=UserAccount/new/deep/c|content={@/saved}|"
+      "content={@/both}|content=[@/nowhere]@/y|createfolder=UserAccount/made/it|"
+      "delete=@/Applications/Demo/content|Tool.app=@/Tool.app|Tool.app=@/Applications/Demo/Tool.app|"
+      "shellfile=run|shell=head -c 300000 /dev/zero; echo done > '@/shell'|allusersfullaccess=@/shell|shell=";
+  fPackage.textData[29] = script.replace("@", QString::fromStdString(fTree.Path())).toStdString();
   ExpectInstallPressed();
   for (const char* message : {"Missing File: missing", "Contact Publisher", "Contact Publisher"})
     fScript.ExpectMessage(std::string("Install Error\n\n") + message);
   Run();
-  EXPECT_EQ(fTree.Read("home/new/deep/c"), fPackage.payload);
+  EXPECT_EQ(fTree.Read("home/new/deep/c") + fTree.Read("both"), fPackage.payload + fPackage.payload);
   EXPECT_EQ(fTree.Read("saved"), "saved");
-  EXPECT_FALSE(fTree.Has("y") || fTree.Has("x") || fTree.Has("Applications/Demo/content"));
-  EXPECT_TRUE(fTree.Has("home/made/it"));
-  EXPECT_EQ(fTree.Read("kept/file"), "kept") << "a link was followed by a delete";
+  EXPECT_FALSE(fTree.Has("y") || fTree.Has("x") || fTree.Has("alias") ||
+               fTree.Has("Applications/Demo/content"));
+  EXPECT_TRUE(fTree.Has("home/made/it") && fTree.Has("ran"));
+  EXPECT_EQ(fTree.Look("kept").size(), 1U) << "a link was followed";
   EXPECT_EQ(fTree.Look("Tool.app"), fTree.Look("Applications/Demo/Tool.app"));
-  EXPECT_EQ(fTree.Read("shell"), "done\n") << "more output than a pipe holds";
-  EXPECT_TRUE(fTree.Has("ran"));
+  EXPECT_EQ(fTree.Look()["shell"], "file 777 done\n") << "more output than a pipe holds";
 }
 
 TEST_F(Actions, ProgramsAreHeardForAsLongAsTheySayWait) {
@@ -135,5 +132,3 @@ TEST_F(Actions, CleanupIsAskedForAndNeedsItsProgram) {
     EXPECT_EQ(fTree.Look("temporary"), TemporaryTree::Contents{}) << "no Data3 in the package";
   }
 }
-
-}  // namespace

@@ -90,7 +90,7 @@ void ModalScript::Act(QWidget& window, const Step& step) {
 
 void ModalScript::Press(QWidget& window, const std::string& name) {
   auto* control = window.findChild<QWidget*>(QString::fromStdString(name));
-  if (control != nullptr && control->isVisible() && control->isEnabled()) {
+  if (control != nullptr && !control->visibleRegion().isEmpty() && control->isEnabled()) {
     QTest::mouseClick(control, Qt::LeftButton);
     return;
   }
