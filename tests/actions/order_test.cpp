@@ -9,8 +9,6 @@
 #include "platform/posix/TreeDelete.h"
 #include "support/TemporaryTree.h"
 
-namespace {
-
 TEST(CleanupOrder, NamesOneAbsolutePath) {
   EXPECT_EQ(PathOfOrder("DeleteFile=/a/b=c.app"), "/a/b=c.app");
   EXPECT_EQ(PathOfOrder("DeleteFolder=/a"), "/a");
@@ -54,5 +52,3 @@ TEST(CleanupOrder, WhatIsMountedStaysWhereverItLies) {
   EXPECT_EQ(tree.Read("elsewhere/kept"), "kept") << "on the same device, but not in the tree";
   ::umount(tree.Path("Setup/mounted").c_str());
 }
-
-}  // namespace

@@ -10,44 +10,25 @@
 #include "session/Requirements.h"
 #include "util/GlobalsKv.h"
 
-namespace {
-
 using Kind = Action::Kind;
 
 TEST(Script, EntriesAreReadByKeyAndForm) {
-  const struct {
-    const char* entry;
-    Kind kind;
-    const char* value = "";
-    const char* source = "";
-    const char* destination = "";
-    bool tested = false;
-    const char* folderTest = "";
-    bool onlyIfMissing = false;
-  } rows[] = {{"DELETE=/tmp/x", Kind::Delete, "/tmp/x"},
-              {"shell=FOO=1 tool", Kind::Shell, "FOO"},
-              {"shellfile=run.sh", Kind::ShellFile, "run.sh"},
-              {"createfolder=/a", Kind::CreateFolder, "/a"},
-              {"allusersfullaccess=/a", Kind::AllUsersFullAccess, "/a"},
-              {"PreInstallDelete=", Kind::PreInstallDelete},
-              {"preinstallcopy=/a;/b;/c", Kind::PreInstallCopy, "", "/a", "/b"},
-              {"preinstallcopy=/a", Kind::PreInstallCopy, "", "/a", ""},
-              {"Read Me.txt=/b/R.txt", Kind::Copy, "", "Read Me.txt", "/b/R.txt"},
-              {"P=[/Host]/Host/P", Kind::Copy, "", "P", "/Host/P", true, "/Host"},
-              {"P=[/Host]/P]/dropped", Kind::Copy, "", "P", "/P", true, "/Host"},
-              {"P={/a/b}ignored", Kind::Copy, "", "P", "/a/b", false, "", true},
-              {"P=[/Host]{/a/b}", Kind::Copy, "", "P", "/a/b", false, "/Host", true},
-              {"P=[/Host", Kind::Copy, "", "P", "", true, "/Host"}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.entry);
-    const Action action = ParseActions(std::string("shell=x|") + row.entry)[1];
-    EXPECT_EQ(action.kind, row.kind);
-    EXPECT_EQ(action.value, row.value);
-    EXPECT_EQ(action.source, row.source);
-    EXPECT_EQ(action.destination, row.destination);
-    EXPECT_EQ(action.folderTest, row.folderTest);
-    EXPECT_TRUE(action.tested == row.tested && action.onlyIfMissing == row.onlyIfMissing);
-  }
+  const std::pair<const char*, Action> rows[] = {
+      {"DELETE=/tmp/x", {Kind::Delete, "/tmp/x"}},
+      {"shell=FOO=1 tool", {Kind::Shell, "FOO"}},
+      {"PreInstallDelete=", {Kind::PreInstallDelete}},
+      {"preinstallcopy=/a;/b;/c", {Kind::PreInstallCopy, "", "/a", "/b"}},
+      {"preinstallcopy=/a", {Kind::PreInstallCopy, "", "/a"}},
+      {"Read Me.txt=/b/R.txt", {Kind::Copy, "", "Read Me.txt", "/b/R.txt"}},
+      {"P=[/Host]/P]/dropped", {Kind::Copy, "", "P", "/P", "/Host", true}},
+      {"P={/a/b}ignored", {Kind::Copy, "", "P", "/a/b", "", false, true}},
+      {"P=[/Host]{/a/b}", {Kind::Copy, "", "P", "/a/b", "/Host", false, true}},
+      {"P=[/Host", {Kind::Copy, "", "P", "", "/Host", true}}};
+  const auto fields = [](const Action& a) {
+    return std::tie(a.kind, a.value, a.source, a.destination, a.folderTest, a.tested, a.onlyIfMissing);
+  };
+  for (const auto& [entry, action] : rows)
+    EXPECT_EQ(fields(ParseActions(std::string("shell=x|") + entry)[1]), fields(action)) << entry;
   for (const char* entry : {"delete=", "=x", "x", ""})
     EXPECT_EQ(ParseActions(std::string("shell=x|") + entry)[1].kind, Kind::Invalid) << entry;
   EXPECT_TRUE(ParseActions("").empty());
@@ -58,19 +39,13 @@ TEST(Script, EntriesAreReadByKeyAndForm) {
 
 TEST(Specifiers, AreResolvedInARow) {
   const SpecifierFolders folders{"/home/u", "/opt/Tool", "/media/x/"};
-  const struct {
-    const char* name;
-    const char* path;
-    const char* clipboard;
-  } rows[] = {{"UserAccount/L/T.app", "/home/u/L/T.app", "/media/x/L/T.app"},
-              {"installfolder/", "/opt/Tool/", "/media/x/"},
-              {"FixedPath//A/T.app", "/A/T.app", "/media/x//A/T.app"},
-              {"FixedPath/SetupFolder/T.app", "/media/x/T.app", "/media/x/T.app"}};
-  for (const auto& row : rows) {
-    const auto resolved = ResolveSpecifier(row.name, folders);
-    ASSERT_TRUE(resolved) << row.name;
-    EXPECT_EQ(resolved->path, row.path);
-    EXPECT_EQ(resolved->clipboard, row.clipboard);
+  const char* const rows[][3] = {{"UserAccount/L/T.app", "/home/u/L/T.app", "/media/x/L/T.app"},
+                                 {"installfolder/", "/opt/Tool/", "/media/x/"},
+                                 {"FixedPath//A/T.app", "/A/T.app", "/media/x//A/T.app"},
+                                 {"FixedPath/SetupFolder/T.app", "/media/x/T.app", "/media/x/T.app"}};
+  for (const auto& [name, path, clipboard] : rows) {
+    const auto resolved = ResolveSpecifier(name, folders);
+    EXPECT_TRUE(resolved && resolved->path == path && resolved->clipboard == clipboard) << name;
   }
   EXPECT_FALSE(ResolveSpecifier("Tools/UserAccount/x", folders));
 }
@@ -125,15 +100,10 @@ TEST(Pixels, AreDecodedInOnePassAndRefusedWhenDamaged) {
 
 TEST(Messages, AreSizedByTheirLength) {
   GlobalsKv::KvAppInit();
-  const std::pair<int, Size> rows[] = {{39, {-250, -150}}, {40, {-60, -50}}, {199, {-60, -50}},
-                                       {200, {0, 0}},      {400, {0, 0}},    {401, {0, 100}},
-                                       {600, {0, 100}},    {601, {0, 200}}};
-  for (const auto& [length, step] : rows) {
-    std::string message;
-    for (int i = 0; i < length; ++i) message += "\u00E9";
-    EXPECT_EQ(MessageSizeStep(message), step) << length;
-  }
+  const std::pair<unsigned, Size> rows[] = {{39, {-250, -150}}, {40, {-60, -50}}, {199, {-60, -50}},
+                                            {200, {0, 0}},      {400, {0, 0}},    {401, {0, 100}},
+                                            {600, {0, 100}},    {601, {0, 200}}};
+  for (const auto& [length, step] : rows)
+    EXPECT_EQ(MessageSizeStep(std::string(length - 1U, 'x') + "\u00E9"), step) << length;
   EXPECT_EQ(MessageSizeStep("two\nlines"), (Size{-60, -50}));
 }
-
-}  // namespace

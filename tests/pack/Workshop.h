@@ -4,10 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <string>
-#include <vector>
 
 #include "pack/Bundle.h"
 #include "pack/Description.h"
@@ -20,7 +19,7 @@ using nlohmann::json;
 
 class Workshop : public ::testing::Test, public TemporaryTree {
  protected:
-  using List = std::vector<std::string>;
+  using List = std::set<std::string>;
 
   Workshop() {
     Folder("out");
@@ -57,8 +56,7 @@ class Workshop : public ::testing::Test, public TemporaryTree {
 
   List Names(const std::string& folder) const {
     List names;
-    for (const auto& item : fs::directory_iterator(Path(folder))) names.push_back(item.path().filename());
-    std::sort(names.begin(), names.end());
+    for (const auto& item : fs::directory_iterator(Path(folder))) names.insert(item.path().filename());
     return names;
   }
 

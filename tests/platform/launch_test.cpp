@@ -14,34 +14,24 @@ TEST(Launch, KindsOfItems) {
   for (const char* file : {"notes.txt", ".zip/inside", "Empty.app/none"}) tree.Write(file, "");
   tree.Link("alias", "program");
   tree.Link("dangling", "none");
-  const struct {
-    const char* name;
-    LaunchKind kind;
-    const char* program;
-  } rows[] = {
-      {"Run.app", LaunchKind::kProgram, "Run.app/Contents/MacOS/Run"},
-      {"Empty.app", LaunchKind::kNothing, ""},
-      {"alias", LaunchKind::kProgram, "alias"},
-      {"pack.ZIP", LaunchKind::kArchive, ""},
-      {"notes.txt", LaunchKind::kDocument, ""},
-      {".zip", LaunchKind::kDocument, ""},
-      {"none", LaunchKind::kNothing, ""},
-      {"dangling", LaunchKind::kDocument, ""},
-  };
-  for (const auto& row : rows) {
-    const LaunchPlan plan = PlanLaunch(FolderItem(tree.Path(row.name)));
-    EXPECT_EQ(plan.kind, row.kind) << row.name;
-    EXPECT_EQ(plan.program, *row.program == '\0' ? "" : tree.Path(row.program)) << row.name;
+  const std::pair<std::string, LaunchKind> rows[] = {
+      {"Run.app", LaunchKind::kProgram},    {"Empty.app", LaunchKind::kNothing},
+      {"alias", LaunchKind::kProgram},      {"pack.ZIP", LaunchKind::kArchive},
+      {"notes.txt", LaunchKind::kDocument}, {".zip", LaunchKind::kDocument},
+      {"none", LaunchKind::kNothing},       {"dangling", LaunchKind::kDocument}};
+  const auto plan = [&tree](const std::string& name) { return PlanLaunch(FolderItem(tree.Path(name))); };
+  for (const auto& [name, kind] : rows) {
+    EXPECT_EQ(plan(name).kind, kind) << name;
+    EXPECT_EQ(plan(name).program.empty(), kind != LaunchKind::kProgram) << name;
   }
+  EXPECT_EQ(plan("Run.app").program, tree.Path("Run.app/Contents/MacOS/Run"));
+  EXPECT_EQ(plan("alias").program, tree.Path("alias"));
 }
 
 TEST(Launch, TheProgramOfABundle) {
   const std::string end = "</string></dict></plist>";
-  const struct {
-    std::string named;  // what the list says; empty: there is no list
-    std::vector<std::string> programs;
-    std::string chosen;
-  } rows[] = {
+  // What the list says, empty where there is none; the programs, and the one that is chosen.
+  const std::tuple<std::string, std::vector<std::string>, std::string> rows[] = {
       {"Named" + end, {"Named", "Demo"}, "Named"},
       {"../../../outside" + end, {"Demo"}, "Demo"},
       {"." + end, {"Demo"}, "Demo"},
@@ -51,20 +41,20 @@ TEST(Launch, TheProgramOfABundle) {
       {"", {"One", "Two"}, ""},
       {"", {}, ""},
   };
-  for (const auto& row : rows) {
+  for (const auto& [named, programs, chosen] : rows) {
     const TemporaryTree tree;
     tree.Write("outside", "", 0755);
-    if (!row.named.empty())
+    if (!named.empty())
       tree.Write("Demo.app/Contents/Info.plist",
                  "<plist><dict><key>CFBundleName</key><string>Other</string>\n"
                  "<key>CFBundleExecutable</key>\n <string>" +
-                     row.named);
+                     named);
     const std::string folder = "Demo.app/Contents/MacOS/";
     tree.Write(folder + "notes", "", 0644);
-    for (const std::string& name : row.programs) tree.Write(folder + name, "", 0755);
+    for (const std::string& name : programs) tree.Write(folder + name, "", 0755);
     EXPECT_EQ(BundleExecutable(FolderItem(tree.Path("Demo.app"))),
-              row.chosen.empty() ? "" : tree.Path(folder + row.chosen))
-        << row.named;
+              chosen.empty() ? "" : tree.Path(folder + chosen))
+        << named;
   }
 }
 

@@ -7,8 +7,6 @@
 
 #include <functional>
 #include <optional>
-#include <utility>
-#include <vector>
 
 #include "platform/posix/PosixMachine.h"
 #include "support/TemporaryTree.h"

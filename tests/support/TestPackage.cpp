@@ -3,23 +3,16 @@
 
 namespace {
 
-std::string Join(const std::map<int, std::string>& fields, int count, const std::string& separator) {
+std::string Join(std::map<int, std::string> fields, int count, const std::string& separator) {
   std::string record;
-  for (int n = 1; n <= count; ++n) {
-    const auto field = fields.find(n);
-    record += (n > 1 ? separator : "") + (field == fields.end() ? "" : field->second);
-  }
+  for (int n = 1; n <= count; ++n) record += (n > 1 ? separator : "") + fields[n];
   return record;
 }
 
 }  // namespace
 
 std::string ScrambledByHand(std::string bytes) {
-  bool odd = false;
-  for (char& byte : bytes) {
-    if (odd) byte = byte == '\xFF' ? '\0' : static_cast<char>(byte + 1);
-    odd = !odd;
-  }
+  for (std::size_t i = 1; i < bytes.size(); i += 2) bytes[i] = static_cast<char>(bytes[i] + 1);
   return bytes;
 }
 

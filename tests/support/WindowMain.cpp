@@ -3,8 +3,6 @@
 // keeps what it remembers of them in a folder that goes when the program ends.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 #include "support/ModalScript.h"
 #include "support/TemporaryTree.h"
 
