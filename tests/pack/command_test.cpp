@@ -53,8 +53,6 @@ TEST_F(Command, TheDemoIsPacked) {
   for (const char* name : {"lantern", "lantern-applications"})
     EXPECT_EQ(0, Run(program + "--runtime runtime demo/" + name + ".json out/Setup.app")) << Read("said");
   EXPECT_EQ("More wicks,Option1.zip,Wicks,A flat and a round one", Field(Resource("TextData"), "|#|", 23));
-  EXPECT_EQ(0, Run("build/demo/payload/Lantern/Lantern.app/Contents/MacOS/Lantern"));
-  EXPECT_EQ("Lantern 1.2\nA small light is enough to read by.\nGlow: on\n", Read("said"));
 }
 
 }  // namespace pack

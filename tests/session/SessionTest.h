@@ -28,9 +28,6 @@ class SessionTest : public MachineTest {
 
   void Expect(Step step) { fScript.Expect(std::move(step)); }
   void ExpectInstallPressed() { Expect({.window = kMain, .press = "InstallBtn"}); }
-  void ExpectChosen(const std::string& folder) {
-    Expect({.window = "SelectFolderDialog", .choose = fTree.Path(folder)});
-  }
 
   /// One run over the package as it stands in the fields. `why` tells the rows of a table apart.
   void Run(const std::string& why = "") {

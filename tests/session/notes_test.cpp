@@ -56,9 +56,7 @@ TEST_F(Notes, ADeclinedTextEndsTheRunWithNothingWritten) {
       {"<html>", "never shown", {.window = kPage, .press = "QuitBtn"}},
       {"<html>", "never shown", {.window = kPage, .key = Qt::Key_Escape}},
       {"<html>", "never shown", {.window = kPage, .close = true}},
-      {"", "plain", {.window = kAgreement, .press = "QuitBtn"}},
       {"plain", "<html>", {.window = kAgreement, .key = Qt::Key_Escape}},
-      {"plain", "plain", {.window = kAgreement, .close = true}},
   };
   for (const auto& [notes, agreement, last] : rows) {
     fPackage.textData[27] = notes;

@@ -51,32 +51,27 @@ TEST_F(Startup, TheWindowShowsWhatThePackageSetsAndCloses) {
             EXPECT_TRUE(Find<QLabel>(window, "MessageLabel").alignment() & Qt::AlignHCenter);
             const auto place = [&](const char* name) { return Find<QPushButton>(window, name).geometry(); };
             EXPECT_LT(place("InfoBtn").right(), place("QuitBtn").left());
-            EXPECT_LT(place("QuitBtn").right(), place("InstallBtn").left());
-            EXPECT_LT(place("InstallBtn").right(), window.width());
           }});
   RunInVain();
 }
 
 TEST_F(Startup, TheLinkShowsAndOpensWhatThePackageSays) {
-  const struct {
-    const char *address, *text, *shown, *opened;
-  } rows[] = {
+  const char* const rows[][4] = {
       {"", "", "", ""},
       {"", "Our home", "Our home", ""},
       {"example.org", "", "example.org", "http://example.org"},
       {"HTTP://EXAMPLE.ORG", "See", "See", "HTTP://EXAMPLE.ORG"},
       {"ftp://example.org/http", "", "ftp://example.org/http", "ftp://example.org/http"},
   };
-  for (const auto& row : rows) {
+  for (const auto& [address, text, shown, opens] : rows) {
     fMachine.fAddresses.clear();
-    fPackage.textData[3] = row.address;
-    fPackage.textData[4] = row.text;
-    Expect({.window = kMain, .press = "QuitBtn", .look = [&row](QWidget& window) {
-              EXPECT_EQ(Shown(window)["URLLabel"], row.shown) << row.address;
+    fPackage.textData[3] = address;
+    fPackage.textData[4] = text;
+    Expect({.window = kMain, .press = "QuitBtn", .look = [&](QWidget& window) {
+              EXPECT_EQ(Shown(window)["URLLabel"], shown) << address;
               QTest::mouseClick(&Find<QLabel>(window, "URLLabel"), Qt::LeftButton);
             }});
-    Run(row.address);
-    const std::vector<std::string> opened(*row.opened == '\0' ? 0 : 1, row.opened);
-    EXPECT_EQ(fMachine.fAddresses, opened) << row.address;
+    Run(address);
+    EXPECT_EQ(fMachine.fAddresses, std::vector<std::string>(*opens == '\0' ? 0 : 1, opens)) << address;
   }
 }
