@@ -50,7 +50,9 @@ TEST_F(Startup, TheWindowShowsWhatThePackageSetsAndCloses) {
             EXPECT_EQ(Find<QLabel>(window, "MessageLabel").textFormat(), Qt::PlainText);
             EXPECT_TRUE(Find<QLabel>(window, "MessageLabel").alignment() & Qt::AlignHCenter);
             const auto place = [&](const char* name) { return Find<QPushButton>(window, name).geometry(); };
+            EXPECT_GT(place("InfoBtn").width(), 80);
             EXPECT_LT(place("InfoBtn").right(), place("QuitBtn").left());
+            EXPECT_LT(place("InstallBtn").right(), window.width());
           }});
   RunInVain();
 }

@@ -74,6 +74,7 @@ void ModalScript::Look() {
 }
 
 void ModalScript::Act(QWidget& window, const Step& step) {
+  QCoreApplication::sendPostedEvents(&window);  // it puts its buttons in their places once it is shown
   if (step.look) step.look(window);
   const auto* box = qobject_cast<QMessageBox*>(&window);
   if (!step.text.empty() && (box == nullptr || box->text().toStdString() != step.text))
