@@ -30,9 +30,8 @@ TEST_F(Command, StatusTellsWhatWentWrong) {
   EXPECT_EQ(1, Run(program + "--runtime out good.json out/Bad.app"));
   EXPECT_EQ(1, Run(program + "--runtime runtime good.json absent/Bad.app"));
   for (const char* arguments : {"good.json", "good.json out/a b", "--colour good.json out/Bad.app",
-                                "good.json out/Bad.app --runtime", "good.json out/Bad"}) {
+                                "good.json out/Bad.app --runtime", "good.json out/Bad"})
     EXPECT_EQ(2, Run(program + arguments)) << arguments;
-  }
   EXPECT_EQ((List{"Setup.app"}), Names("out"));
   EXPECT_EQ(0, Run(program + "--help"));
   EXPECT_TRUE(Read("said").starts_with("Usage: "));

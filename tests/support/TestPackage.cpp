@@ -1,27 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "support/TestPackage.h"
 
-namespace {
-
-std::string Join(std::map<int, std::string> fields, int count, const std::string& separator) {
+std::string TestPackage::Join(std::map<int, std::string> fields, int count, const std::string& separator) {
   std::string record;
   for (int n = 1; n <= count; ++n) record += (n > 1 ? separator : "") + fields[n];
   return record;
 }
 
-}  // namespace
-
 std::string ScrambledByHand(std::string bytes) {
   for (std::size_t i = 1; i < bytes.size(); i += 2) bytes[i] = static_cast<char>(bytes[i] + 1);
   return bytes;
-}
-
-std::string TestPackage::DataRecord() const {
-  return Join(data, 12, "$|~");
-}
-
-std::string TestPackage::TextDataRecord() const {
-  return Join(textData, 30, "|#|");
 }
 
 void TestPackage::Write(const TemporaryTree& tree, const std::string& bundle) const {

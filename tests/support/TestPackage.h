@@ -15,8 +15,11 @@ struct TestPackage {
   std::map<int, std::string> textData;  // the same
   std::string payload = "archive";      // before scrambling; Data2 is missing when empty
 
-  std::string DataRecord() const;
-  std::string TextDataRecord() const;
+  std::string DataRecord() const { return Join(data, 12, "$|~"); }
+  std::string TextDataRecord() const { return Join(textData, 30, "|#|"); }
   /// Into the Resources folder of the bundle of that name; the bundle gets a program as well.
   void Write(const TemporaryTree& tree, const std::string& bundle) const;
+
+ private:
+  static std::string Join(std::map<int, std::string> fields, int count, const std::string& separator);
 };
