@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# A package whose programs talk over the clipboard, whose script starts more of them, and which has itself
+# A package whose script uses every entry, whose programs talk over the clipboard, and which has itself
 # removed. Names are hostile, and links lie wherever something is deleted.
 # Usage: actions.sh FOLDER-OF-BINARIES
 set -euo pipefail
@@ -11,15 +11,22 @@ here=$(cd "$(dirname "$0")" && pwd)
 start_walk
 hostile=$'-n it\'s "$(touch planted)" `touch planted` & *'
 media="$work/media/Disk: 1/$hostile"$'\n -f'
-mkdir -p "$HOME/Applications" "$media" "$work/victim" "$work/payload"
+mkdir -p "$HOME/Applications" "$media" "$work/victim" "$work/payload/Tool.app/Contents/MacOS"
 echo precious > "$work/victim/kept"
 cd "$media"
 
 # Where something is deleted lies a folder with a link to what isn't the installer's.
-for folder in "$HOME/Applications/$hostile" "$media/beside"; do
-  mkdir "$folder"
-  ln -s "$work/victim" "$folder/link"
-done
+plant() {
+  mkdir -p "$1"
+  ln -s "$work/victim" "$1/link"
+  echo old > "$1/old"
+}
+plant "$work/early"
+plant "$work/late"
+ln -s "$work/victim" "$work/copied"
+plant "$HOME/Applications/$hostile"
+plant "$media/beside"
+ln -s "$work/victim/kept" "$work/link"
 temporary=$work/tessarine-$(id -u)
 mkdir -m 700 "$temporary"
 for name in Data3 PostInstallCleanup.zip PostInstallCleanup.data; do
@@ -27,6 +34,10 @@ for name in Data3 PostInstallCleanup.zip PostInstallCleanup.data; do
 done
 ln -s "$work/victim" "$temporary/PostInstallCleanup.app"
 
+printf '#!/bin/sh\ntrue\n' > "$work/payload/Tool.app/Contents/MacOS/Tool"
+chmod 755 "$work/payload/Tool.app/Contents/MacOS/Tool"
+touch -d 2001-02-03 "$work/payload/Tool.app/Contents/MacOS/Tool"
+ln -s MacOS/Tool "$work/payload/Tool.app/Contents/tool"
 echo text > "$work/payload/$hostile"
 printf 'cd /\necho "from $PWD" > "%s/ran"\r\nfalse\r\necho "then $?" >> "%s/ran"\r\n' "$work" "$work" \
   > "$work/payload/script"
@@ -52,9 +63,18 @@ json.dump({
     "executeBefore": "SetupFolder/before", "executeAfter": "InstallFolder/after",
     "cleanup": {"mode": "deleteFolder"},
     "actions": [
+        "preinstallcopy=" + work + "/early;" + work + "/saved",
+        "preinstalldelete=" + work + "/early",
+        "DELETE=" + work + "/late", "delete=" + work + "/link", "delete=" + work + "/missing",
         "shell=head -c 3000000 /dev/zero; pwd > '" + work + "/shell'; ditto -xk none none; echo refused $? >> '" + work + "/shell'",
         "shellfile=script",
+        "createfolder=UserAccount/made/" + hostile,
+        "allusersfullaccess=UserAccount/made",
+        "Tool.app=" + work + "/copied",
         hostile + "=UserAccount/new/" + hostile,
+        hostile + "={" + work + "/victim/kept}",
+        hostile + "=[" + work + "/nowhere]" + work + "/never",
+        "after=[" + work + "/victim]{" + work + "/both}",
         "absent=/absent"]}, sys.stdout)
 END
 "$bin/tessarine-pack" "$work/package.json" "$media/Setup.app"
@@ -64,6 +84,7 @@ echo "actions: a program of another process talks while the window waits"
 "$media/Setup.app/Contents/MacOS/TessarineStub" &
 installer=$!
 await_window "Install"
+[ -e "$work/told" ] || die "the program wasn't started"
 [ "$(cat "$work/told")" = "$media/before" ] || die "the program wasn't told the installer's folder"
 press Return # The desk is clear.
 await_window "Actions"
@@ -74,10 +95,16 @@ press Return # Missing File: absent
 await_end "$installer"
 
 target="$HOME/Applications/$hostile"
+[ ! -e "$work/early" ] && [ ! -e "$work/late" ] && [ ! -L "$work/link" ] || die "not deleted"
+[ "$(cat "$work/saved/old")" = old ] || die "not saved"
 [ "$(cat "$work/shell")" = "$media"$'\nrefused 1' ] || die "the command: $(cat "$work/shell")"
 [ "$(cat "$work/ran")" = $'from /\nthen 0' ] || die "the script file: $(cat "$work/ran")"
-[ "$(cat "$HOME/new/$hostile")" = text ] || die "nothing was copied"
-[ ! -L "$target/link" ] && [ -x "$target/after" ] || die "the old target wasn't replaced"
+[ "$(stat -c %a "$HOME/made")" = 777 ] && [ -d "$HOME/made/$hostile" ] || die "no folder for all"
+diff -r --no-dereference "$work/payload/Tool.app" "$work/copied/" || die "the copied bundle differs"
+[ "$(stat -c '%a %y' "$work/copied/Contents/MacOS/Tool")" = \
+  "$(stat -c '%a %y' "$work/payload/Tool.app/Contents/MacOS/Tool")" ] || die "mode or time got lost"
+[ "$(cat "$HOME/new/$hostile")" = text ] && [ ! -e "$work/never" ] && [ -x "$work/both" ] || die "copies"
+[ ! -e "$target/old" ] && [ -x "$target/after" ] || die "the old target wasn't replaced"
 [ "$(cat "$work/after-ran")" = x ] || die "the program afterwards"
 
 echo "actions: the installer's text outlives it, and its folder goes"
