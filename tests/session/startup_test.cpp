@@ -52,6 +52,7 @@ TEST_F(Startup, TheWindowShowsWhatThePackageSetsAndCloses) {
             const auto place = [&](const char* name) { return Find<QPushButton>(window, name).geometry(); };
             EXPECT_GT(place("InfoBtn").width(), 80);
             EXPECT_LT(place("InfoBtn").right(), place("QuitBtn").left());
+            EXPECT_LT(place("QuitBtn").right(), place("InstallBtn").left());
             EXPECT_LT(place("InstallBtn").right(), window.width());
           }});
   RunInVain();

@@ -70,7 +70,8 @@ choose "$work/chosen"
 await_end "$installer"
 same_tree "$work/payload/Lantern" "$work/chosen/Lantern" || die "the installed tree differs"
 [ "$(ls -A "$work/chosen")" = Lantern ] || die "something was left beside the target"
-"$work/chosen/Lantern/Lantern.app/Contents/MacOS/Lantern" >/dev/null
+said=$("$work/chosen/Lantern/Lantern.app/Contents/MacOS/Lantern")
+[ "$said" = $'Lantern 1.2\nA small light is enough to read by.\nGlow: on' ] || die "it doesn't run: $said"
 
 echo "walk: an existing target is replaced"
 touch "$work/chosen/Lantern/mine"
