@@ -6,7 +6,6 @@
 
 #include <nlohmann/json.hpp>
 #include <set>
-#include <string>
 
 #include "pack/Bundle.h"
 #include "pack/Description.h"
@@ -36,9 +35,9 @@ class Workshop : public ::testing::Test, public TemporaryTree {
     return description;
   }
 
-  // Makes out/Setup.app. The sentence of the refusal, empty if there was none.
-  std::string Pack(const json& description) const {
-    return PackFile(Write("description.json", description.dump()));
+  // Makes out/Setup.app of that. The sentence of the refusal, empty if there was none.
+  std::string Pack(const json& more = json::object()) const {
+    return PackFile(Write("description.json", Describe(more).dump()));
   }
   std::string PackFile(const std::string& description) const {
     try {

@@ -13,9 +13,9 @@ TEST_F(Bundle, HoldsTheRuntimeAndThePublishersPrograms) {
   Write("Checker.app/Contents/MacOS/Checker", "c");
   Link("Checker.app/Contents/MacOS/Other", "Checker");
   Write("finish.sh", "f");
-  ASSERT_EQ("", Pack(Describe({{"windowTitle", "A < B & C"},
-                               {"executeBefore", {{"file", "Checker.app/"}}},
-                               {"executeAfter", {{"name", "Finish"}, {"file", "finish.sh"}}}})));
+  ASSERT_EQ("", Pack({{"windowTitle", "A < B & C"},
+                      {"executeBefore", {{"file", "Checker.app/"}}},
+                      {"executeAfter", {{"name", "Finish"}, {"file", "finish.sh"}}}}));
   EXPECT_EQ((List{"Setup.app"}), Names("out"));
   auto contents = Look("out/Setup.app/Contents");
   EXPECT_EQ("file 755 the runtime", contents["MacOS/TessarineStub"]);
@@ -31,22 +31,21 @@ TEST_F(Bundle, HoldsTheRuntimeAndThePublishersPrograms) {
 
 TEST_F(Bundle, ReplacesABundleOfItsKindOnly) {
   Write("out/Setup.app/precious", "mine");
-  EXPECT_NE("", Pack(Describe()));
-  EXPECT_EQ("mine", Read("out/Setup.app/precious"));
-  EXPECT_EQ((List{"Setup.app"}), Names("out"));
+  EXPECT_NE("", Pack());
+  EXPECT_EQ((Contents{{"Setup.app", "folder 755"}, {"Setup.app/precious", "file 644 mine"}}), Look("out"));
 
   Write("out/Setup.app/Contents/MacOS/TessarineStub", "old");
-  EXPECT_EQ("", Pack(Describe()));
+  EXPECT_EQ("", Pack());
   EXPECT_EQ((List{"Contents"}), Names("out/Setup.app"));
   EXPECT_EQ((List{"Setup.app"}), Names("out"));
 
   const Contents before = Look("out");
-  EXPECT_NE("", Pack(Describe({{"message", "|#|"}})));
+  EXPECT_NE("", Pack({{"message", "|#|"}}));
   EXPECT_EQ(before, Look("out")) << "a refusal leaves the older bundle";
 
   fs::rename(Path("out/Setup.app"), Path("elsewhere.app"));
   Link("out/Setup.app", "../elsewhere.app");
-  EXPECT_NE("", Pack(Describe()));
+  EXPECT_NE("", Pack());
   EXPECT_TRUE(fs::is_symlink(Path("out/Setup.app")));
 }
 
@@ -56,13 +55,13 @@ TEST_F(Bundle, APayloadIsSplitAsOneScrambledStream) {
   std::string noise(2'500'001, '\0');
   for (char& c : noise) c = static_cast<char>(random() >> 8);
   Write("payload/noise", noise);
-  ASSERT_EQ("", Pack(Describe()));
+  ASSERT_EQ("", Pack());
   const std::string whole = Resource("Data2");
   ASSERT_GT(whole.size(), noise.size());
   EXPECT_EQ("PK\x05\x06", Unscrambled(whole).substr(whole.size() - 22, 4));
 
   // An odd size, so that a piece begins at an odd position of the whole.
-  ASSERT_EQ("", Pack(Describe({{"payload", {{"splitSizes", {1001, 500}}}}})));
+  ASSERT_EQ("", Pack({{"payload", {{"splitSizes", {1001, 500}}}}}));
   EXPECT_EQ((List{"Data#2", "Data#End", "Setup.app"}), Names("out"));
   EXPECT_EQ((List{"Data", "Data#1", "TextData"}), Names("out/Setup.app/Contents/Resources"));
   EXPECT_EQ(1001U, Resource("Data#1").size());
@@ -70,14 +69,14 @@ TEST_F(Bundle, APayloadIsSplitAsOneScrambledStream) {
   EXPECT_EQ(whole, Resource("Data#1") + Read("out/Data#2") + Read("out/Data#End"));
 
   // An older "Data#2" would be joined to a set of two.
-  ASSERT_EQ("", Pack(Describe({{"payload", {{"splitSizes", {1001}}}}})));
+  ASSERT_EQ("", Pack({{"payload", {{"splitSizes", {1001}}}}}));
   EXPECT_EQ((List{"Data#End", "Setup.app"}), Names("out"));
-  ASSERT_EQ("", Pack(Describe()));
+  ASSERT_EQ("", Pack());
   EXPECT_EQ((List{"Setup.app"}), Names("out"));
 
   Write("out/Data#2", "of another set");
-  EXPECT_NE("", Pack(Describe({{"payload", {{"splitSize", 100'000}}}})));
-  EXPECT_EQ("", Pack(Describe()));
+  EXPECT_NE("", Pack({{"payload", {{"splitSize", 100'000}}}}));
+  EXPECT_EQ("", Pack());
   EXPECT_EQ((List{"Data#2", "Setup.app"}), Names("out"));
   EXPECT_EQ("of another set", Read("out/Data#2"));
 }

@@ -26,7 +26,7 @@ class RecordsTest : public Workshop {
 };
 
 TEST_F(RecordsTest, TheSmallestPackageHasAllFields) {
-  ASSERT_EQ("", Pack(Describe()));
+  ASSERT_EQ("", Pack());
   // T, 0, four empty ones, 0, two empty ones, 0, 0, an empty one; every second byte raised by one.
   EXPECT_EQ("T%|\1770%|\177$}~%|\177$}~%|\1770%|\177$}~%|\1770%|\1770%|\177", Resource("Data"));
   EXPECT_EQ(Separators(6) + "Lamp" + Separators(6) + "0" + Separators(17) + "0", Resource("TextData"));
@@ -55,7 +55,7 @@ TEST_F(RecordsTest, EveryKeyReachesItsField) {
     "actions": ["delete=/tmp/x", "shell=ls; ls"],
     "cleanup": {"mode": "askDeleteFolder", "program": {"folder": "cleaner"}}
   })");
-  ASSERT_EQ("", Pack(Describe(all)));
+  ASSERT_EQ("", Pack(all));
   EXPECT_EQ(
       "now$|~1$|~tool$|~FF0000FF7F7F,2,1$|~$|~F[96],4,4$|~1$|~UserAccount/L\x8Aufer$|~"
       "FF0000FF7F7F,2,1$|~12$|~1$|~",
@@ -66,15 +66,15 @@ TEST_F(RecordsTest, EveryKeyReachesItsField) {
                 "|#|macos11.0|#|2GB|#|http://c|#|$HTML$3C00480054004D004C003E00E900" +
                 "|#|$HTML$3C00680074006D006C003E00|#|delete=/tmp/x|shell=ls; ls|#|4",
             Resource("TextData"));
-  EXPECT_TRUE(Pack(Describe({{"picture", "huge.png"}})).starts_with("picture has more than 8333333 pixels"));
+  EXPECT_TRUE(Pack({{"picture", "huge.png"}}).starts_with("picture has more than 8333333 pixels"));
 }
 
 TEST_F(RecordsTest, ValuesMayEndInPartsOfASeparator) {
-  ASSERT_EQ("", Pack(Describe({{"message", "a|"},
-                               {"copyright", "||"},
-                               {"windowTitle", "#|b"},
-                               {"executeBefore", "p$|"},
-                               {"labels", {"", " ", ""}}})));
+  ASSERT_EQ("", Pack({{"message", "a|"},
+                      {"copyright", "||"},
+                      {"windowTitle", "#|b"},
+                      {"executeBefore", "p$|"},
+                      {"labels", {"", " ", ""}}}));
   const std::string texts = Resource("TextData");
   EXPECT_EQ("a| | | || #|b", Field(texts, "|#|", 2) + " " + Field(texts, "|#|", 6) + " " +
                                  Field(texts, "|#|", 8) + " " + Field(texts, "|#|", 9));
