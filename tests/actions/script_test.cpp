@@ -18,7 +18,6 @@ TEST(Script, EntriesAreReadByKeyAndForm) {
       {"shell=FOO=1 tool", {Kind::Shell, "FOO"}},
       {"PreInstallDelete=", {Kind::PreInstallDelete}},
       {"preinstallcopy=/a;/b;/c", {Kind::PreInstallCopy, "", "/a", "/b"}},
-      {"preinstallcopy=/a", {Kind::PreInstallCopy, "", "/a"}},
       {"Read Me.txt=/b/R.txt", {Kind::Copy, "", "Read Me.txt", "/b/R.txt"}},
       {"P=[/Host]/P]/dropped", {Kind::Copy, "", "P", "/P", "/Host", true}},
       {"P={/a/b}ignored", {Kind::Copy, "", "P", "/a/b", "", false, true}},

@@ -37,7 +37,7 @@ TEST_F(Scrambling, OtherFilesKeepTheirBytes) {
     EXPECT_EQ(fTree.Read("folder/kept"), "AAAA") << name;
   }
   fTree.Link("folder/dangling", "none");
-  const TemporaryTree::Contents before = fTree.Look();
+  const Contents before = fTree.Look();
   for (const char* name : {"none", "folder", "folder/dangling", "none/file"})
     EncryptDecryptFileEnd(fTree.Path(name), false);
   EncryptDecryptFileEnd("relative", false);

@@ -30,6 +30,8 @@ TEST(Launch, KindsOfItems) {
 
 TEST(Launch, TheProgramOfABundle) {
   const std::string end = "</string></dict></plist>";
+  const std::string begin =
+      "<plist><dict><key>CFBundleName</key><string>Other</string><key>CFBundleExecutable</key>\n <string>";
   // What the list says, empty where there is none; the programs, and the one that is chosen.
   const std::tuple<std::string, std::vector<std::string>, std::string> rows[] = {
       {"Named" + end, {"Named", "Demo"}, "Named"},
@@ -44,11 +46,7 @@ TEST(Launch, TheProgramOfABundle) {
   for (const auto& [named, programs, chosen] : rows) {
     const TemporaryTree tree;
     tree.Write("outside", "", 0755);
-    if (!named.empty())
-      tree.Write("Demo.app/Contents/Info.plist",
-                 "<plist><dict><key>CFBundleName</key><string>Other</string>\n"
-                 "<key>CFBundleExecutable</key>\n <string>" +
-                     named);
+    if (!named.empty()) tree.Write("Demo.app/Contents/Info.plist", begin + named);
     const std::string folder = "Demo.app/Contents/MacOS/";
     tree.Write(folder + "notes", "", 0644);
     for (const std::string& name : programs) tree.Write(folder + name, "", 0755);

@@ -42,7 +42,7 @@ class SessionTest : public MachineTest {
   /// A run that leaves every file as it was.
   void RunInVain(const std::string& why = "") {
     fPackage.Write(fTree, "media/Setup.app");
-    const TemporaryTree::Contents before = fTree.Look();
+    const Contents before = fTree.Look();
     RunFromDisk(why);
     EXPECT_EQ(fTree.Look(), before) << why;
   }

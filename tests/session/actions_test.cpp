@@ -65,7 +65,7 @@ TEST_F(Actions, ABundleSurvivesTheSharedFolderWhateverStandsThere) {
                GoesThroughSharedFolder("/L/Applications/T.app"));
   fTree.Write("Tool.app/Contents/Tool", "tool", 0755);
   fTree.Write("kept/file", "kept");
-  const TemporaryTree::Contents bundle = fTree.Look("Tool.app");
+  const Contents bundle = fTree.Look("Tool.app");
   const auto pass = [&](const std::string& why) {
     TakeThroughSharedFolder(fTree.Path("Tool.app"));
     EXPECT_EQ(fTree.Look("Tool.app"), bundle) << why;
@@ -80,7 +80,7 @@ TEST_F(Actions, ABundleSurvivesTheSharedFolderWhateverStandsThere) {
   pass("left by an earlier run");
   fTree.Link("shared/Tool.app", fTree.Path("kept"));
   pass("a planted link");
-  EXPECT_EQ(fTree.Look("shared"), TemporaryTree::Contents{});
+  EXPECT_EQ(fTree.Look("shared"), Contents{});
   fs::permissions(fTree.Path("shared"), fs::perms(0777));
   pass("a folder in which everybody can rename");
   EXPECT_LT(fMachine.Ticks(), 8 * 60) << "the way, two seconds long, was taken three times";
@@ -129,6 +129,6 @@ TEST_F(Actions, CleanupIsAskedForAndNeedsItsProgram) {
     ExpectInstallPressed();
     Expect({.window = "MessageText", .press = answer});
     Run();
-    EXPECT_EQ(fTree.Look("temporary"), TemporaryTree::Contents{}) << "no Data3 in the package";
+    EXPECT_EQ(fTree.Look("temporary"), Contents{}) << "no Data3 in the package";
   }
 }

@@ -16,8 +16,7 @@ TEST_F(Notes, FormOfEachText) {
   const struct {
     int field;  // 27: notes, 1: agreement, 5: information
     std::string text;
-    const char* labels;
-    const char *window, *title, *goOn, *quit;
+    const char *labels, *window, *title, *goOn, *quit;
     int height;
   } rows[] = {
       {27, limit, "", kPlain, "Pre-Installation Notes", "OK", "Quit", 210},
@@ -41,9 +40,8 @@ TEST_F(Notes, FormOfEachText) {
               for (const QPushButton* button : window.findChildren<QPushButton*>())
                 EXPECT_TRUE(window.rect().contains(button->geometry())) << row.text;
             }});
-    const bool information = row.field == 5;
-    Expect(information ? Step{.window = kMain, .press = "QuitBtn"}
-                       : Step{.window = kTree, .key = Qt::Key_Escape});
+    Expect(row.field == 5 ? Step{.window = kMain, .press = "QuitBtn"}
+                          : Step{.window = kTree, .key = Qt::Key_Escape});
     RunInVain(row.title);
   }
 }

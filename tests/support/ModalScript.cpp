@@ -80,7 +80,11 @@ void ModalScript::Act(QWidget& window, const Step& step) {
   if (!step.text.empty() && (box == nullptr || box->text().toStdString() != step.text))
     fProblems += "other text: " + NameOf(window) + "\n";
   if (!step.press.empty()) Press(window, step.press);
-  if (!step.choose.empty()) Choose(window, step.choose);
+  if (!step.choose.empty()) {
+    auto* path = window.findChild<QLineEdit*>("fileNameEdit");
+    path->setText(QString::fromStdString(step.choose));
+    QTest::keyClick(path, Qt::Key_Return);
+  }
   if (step.key != 0)
     QTest::keyClick(window.focusWidget() != nullptr ? window.focusWidget() : &window, Qt::Key(step.key));
   if (step.close) {
@@ -96,17 +100,5 @@ void ModalScript::Press(QWidget& window, const std::string& name) {
     return;
   }
   fProblems += "can't press " + name + " in " + NameOf(window) + "\n";
-  window.close();
-}
-
-void ModalScript::Choose(QWidget& window, const std::string& folder) {
-  auto* path = window.findChild<QLineEdit*>("fileNameEdit");
-  const auto* buttons = window.findChild<QDialogButtonBox*>();
-  if (path != nullptr && buttons != nullptr) {
-    path->setText(QString::fromStdString(folder));
-    QTest::mouseClick(buttons->button(QDialogButtonBox::Open), Qt::LeftButton);
-    if (!window.isVisible()) return;
-  }
-  fProblems += "folder not taken: " + folder + "\n";
   window.close();
 }

@@ -20,7 +20,7 @@ struct Step {
   std::string window;    // its title, its object name, or the name of a control in it
   std::string text{};    // of a message box: its whole text
   std::string press{};   // the control name of a button or label
-  std::string choose{};  // a folder for the folder dialog; its action button is pressed
+  std::string choose{};  // a folder for the folder dialog, and Return
   int key = 0;           // a Qt::Key, to the control with the focus
   bool close = false;    // a close request of the window manager
   std::function<void(QWidget&)> look{};
@@ -44,7 +44,6 @@ class ModalScript : public QObject {
   void Look();
   void Act(QWidget& window, const Step& step);
   void Press(QWidget& window, const std::string& name);
-  void Choose(QWidget& window, const std::string& folder);
 
   std::deque<Step> fSteps;
   std::string fProblems;

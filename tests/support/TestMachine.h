@@ -64,6 +64,7 @@ class TestMachine : public PosixMachine {
 /// A machine and its tree for each case.
 class MachineTest : public ::testing::Test {
  protected:
+  using Contents = TemporaryTree::Contents;
   TemporaryTree fTree;
   TestMachine fMachine{fTree};
 };

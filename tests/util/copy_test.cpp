@@ -34,7 +34,7 @@ TEST_F(Copies, RefuseWhatTheyCannotTakeAndNeverEatTheirOwnSource) {
   fTree.Write("folder2/file", "");
   fTree.Link("link", fTree.Path("folder"));
   ASSERT_EQ(::mkfifo(fTree.Path("pipe").c_str(), 0644), 0);
-  const TemporaryTree::Contents before = fTree.Look();
+  const Contents before = fTree.Look();
   const char* const rows[][2] = {{"pipe", "copy"},
                                  {"none", "folder2/copy"},
                                  {"folder/file", "a/b"},

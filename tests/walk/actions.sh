@@ -11,7 +11,7 @@ here=$(cd "$(dirname "$0")" && pwd)
 start_walk
 hostile=$'-n it\'s "$(touch planted)" `touch planted` & *'
 media="$work/media/Disk: 1/$hostile"$'\n -f'
-mkdir -p "$HOME/Applications" "$media" "$work/victim" "$work/payload/Tool.app/Contents/MacOS"
+mkdir -p "$HOME/Applications" "$media" "$work/victim" "$work/payload"
 echo precious > "$work/victim/kept"
 cd "$media"
 
@@ -34,8 +34,7 @@ for name in Data3 PostInstallCleanup.zip PostInstallCleanup.data; do
 done
 ln -s "$work/victim" "$temporary/PostInstallCleanup.app"
 
-printf '#!/bin/sh\ntrue\n' > "$work/payload/Tool.app/Contents/MacOS/Tool"
-chmod 755 "$work/payload/Tool.app/Contents/MacOS/Tool"
+install -D -m 755 /bin/true "$work/payload/Tool.app/Contents/MacOS/Tool"
 touch -d 2001-02-03 "$work/payload/Tool.app/Contents/MacOS/Tool"
 ln -s MacOS/Tool "$work/payload/Tool.app/Contents/tool"
 echo text > "$work/payload/$hostile"
@@ -84,7 +83,6 @@ echo "actions: a program of another process talks while the window waits"
 "$media/Setup.app/Contents/MacOS/TessarineStub" &
 installer=$!
 await_window "Install"
-[ -e "$work/told" ] || die "the program wasn't started"
 [ "$(cat "$work/told")" = "$media/before" ] || die "the program wasn't told the installer's folder"
 press Return # The desk is clear.
 await_window "Actions"
