@@ -6,8 +6,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/posix/Descriptor.h"
-
 namespace archive {
 namespace {
 
@@ -28,11 +26,6 @@ Status MakeLinks(const Plan& plan, FolderCache& folders) {
   return {};
 }
 
-bool SetMode(int parent, const char* name, mode_t mode) {
-  const Descriptor folder(openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-  return folder && fchmod(folder.Get(), mode) == 0;
-}
-
 }  // namespace
 
 Status FinishTree(const Plan& plan, int root, MadeFolders& made, const Publisher& publisher) {
@@ -49,10 +42,9 @@ Status FinishTree(const Plan& plan, int root, MadeFolders& made, const Publisher
     if (nodes[node].kind != Kind::Folder || nodes[node].entry == Node::kNoEntry) continue;
     const CName name(nodes[node].name);
     const int parent = folders.Open(nodes[node].parent);
-    const mode_t mode = FolderMode(plan, node);
-    const bool late = (mode & S_IRWXU) == S_IRWXU || publisher.IsRenamed(node);
+    const bool now = ForbidsOwner(plan, node) && !publisher.IsRenamed(node);
     if (parent < 0 || !SetModified(parent, name, plan.EntryOf(node).modified) ||
-        !(late || SetMode(parent, name, mode)))
+        (now && !SetMode(parent, name, FolderMode(plan, node))))
       return FailedCall("set the time and mode of the folder", plan.tree.Path(node));
   }
   return {};

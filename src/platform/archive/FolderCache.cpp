@@ -16,6 +16,14 @@ std::uint16_t FolderMode(const Plan& plan, NodeId node) {
   return plan.tree[node].entry == Node::kNoEntry ? kImplied : plan.EntryOf(node).mode;
 }
 
+bool ForbidsOwner(const Plan& plan, NodeId node) {
+  return plan.tree[node].kind == Kind::Folder && (FolderMode(plan, node) & S_IRWXU) != S_IRWXU;
+}
+
+bool SetMode(int parent, const char* name, std::uint16_t mode) {
+  return parent >= 0 && fchmodat(parent, name, mode, AT_SYMLINK_NOFOLLOW) == 0;
+}
+
 FolderCache::FolderCache(const Plan& plan, int root, std::size_t limit, MadeFolders* made)
     : fPlan(plan), fRoot(root), fMade(made), fSlots(std::max<std::size_t>(limit, 1)) {}
 

@@ -27,6 +27,12 @@ class MadeFolders {
 /// The mode a folder gets: the archive's, or the common one for a folder that is only implied.
 std::uint16_t FolderMode(const Plan& plan, NodeId node);
 
+/// Whether that mode denies its owner something: such a folder can be neither filled nor moved.
+bool ForbidsOwner(const Plan& plan, NodeId node);
+
+/// Of a folder that its owner may not even read; never of what a link in its place leads to (fchmodat).
+bool SetMode(int parent, const char* name, std::uint16_t mode);
+
 /// One for each thread. Keeps at most `limit` descriptors; they serve as starting points only (O_PATH).
 class FolderCache {
  public:

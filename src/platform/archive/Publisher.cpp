@@ -14,11 +14,6 @@ namespace {
 
 constexpr std::size_t kDescriptors = 8;
 
-/// Of a folder that its owner may not even read; never of what a link in its place leads to.
-bool SetMode(int parent, const char* name, mode_t mode) {
-  return parent >= 0 && fchmodat(parent, name, mode, AT_SYMLINK_NOFOLLOW) == 0;
-}
-
 /// Fails with EEXIST where something stands. File systems without that kind of rename get a look first.
 bool RenameToFree(int from, const char* name, int to, const char* newName) {
   if (renameat2(from, name, to, newName, RENAME_NOREPLACE) == 0) return true;
@@ -70,7 +65,7 @@ Status Publisher::CheckPlace(NodeId node) {
   fMerged[node] = true;
   if (faccessat(place, name, W_OK | X_OK, AT_EACCESS) == 0) return {};
   if (facts.st_uid != geteuid()) return FailedCall("write to the folder", fPlan.tree.Path(node));
-  fLocked.push_back({node, static_cast<mode_t>(facts.st_mode & 07777)});
+  fLocked.push_back({node, static_cast<std::uint16_t>(facts.st_mode & 07777)});
   return {};
 }
 
@@ -138,18 +133,13 @@ bool Publisher::Rename(NodeId node, int from, int to) {
   return replaces && (errno == EINVAL || errno == ENOSYS) && renameat(from, name, to, name) == 0;
 }
 
-/// Whether the folder gets a mode that forbids its owner something.
-bool Publisher::IsLate(NodeId node) const {
-  return fPlan.tree[node].kind == Kind::Folder && (FolderMode(fPlan, node) & S_IRWXU) != S_IRWXU;
-}
-
 Status Publisher::Place(NodeId node, FolderCache& made) {
   const NodeId parent = fPlan.tree[node].parent;
   const int from = made.Open(parent), to = fPlaces.Open(parent);
   if (from < 0 || to < 0) return FailedCall("open the folder of", fPlan.tree.Path(node));
   if (!Rename(node, from, to)) return FailedCall("put into place", fPlan.tree.Path(node));
   // Not before: a folder can change its place only while its owner may write to it.
-  if (IsLate(node) && !SetMode(to, PlaceName(node).c_str(), FolderMode(fPlan, node)))
+  if (ForbidsOwner(fPlan, node) && !SetMode(to, PlaceName(node).c_str(), FolderMode(fPlan, node)))
     return FailedCall("set the mode of", fPlan.tree.Path(node));
   return {};
 }
@@ -174,7 +164,7 @@ void Publisher::TakeBack(FolderCache& made) {
     if (staged < 0 || place < 0) continue;
     const std::string placed = PlaceName(fMoved.back().node);
     // They were moved a moment ago; what can't be moved back stays, and the failure is reported anyway.
-    if (IsLate(fMoved.back().node)) static_cast<void>(SetMode(place, placed.c_str(), S_IRWXU));
+    if (ForbidsOwner(fPlan, fMoved.back().node)) static_cast<void>(SetMode(place, placed.c_str(), S_IRWXU));
     if (fMoved.back().exchanged)
       static_cast<void>(renameat2(staged, name, place, name, RENAME_EXCHANGE));
     else

@@ -33,7 +33,7 @@ class Publisher {
  private:
   struct Locked {
     NodeId node;
-    mode_t mode;
+    std::uint16_t mode;
   };
   struct Moved {
     NodeId node;
@@ -47,7 +47,6 @@ class Publisher {
   /// The item's name where it goes.
   std::string PlaceName(NodeId node) const;
   bool Rename(NodeId node, int from, int to);
-  bool IsLate(NodeId node) const;
   void TakeBack(FolderCache& made);
   Status Unlock(const Locked& locked);
   void LockAgain();
