@@ -2,7 +2,7 @@
 // Writes the archives that the fuzzers start from, one of each form, into the folder that is named.
 #include <fstream>
 
-#include "archive/ZipBuilder.h"
+#include "support/ZipBuilder.h"
 
 namespace {
 

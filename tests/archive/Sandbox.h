@@ -2,7 +2,7 @@
 // A fresh folder with an archive and the folder it is expanded into, and command lines with the helper.
 #pragma once
 
-#include "archive/ZipBuilder.h"
+#include "support/ZipBuilder.h"
 #include "support/TemporaryTree.h"
 
 namespace ziptest {

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "archive/ZipBuilder.h"
+#include "support/ZipBuilder.h"
 
 namespace archive {
 namespace {

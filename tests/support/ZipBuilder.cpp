@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Puts archives together.
-#include "archive/ZipBuilder.h"
+#include "support/ZipBuilder.h"
 
 #include <libdeflate.h>
 
