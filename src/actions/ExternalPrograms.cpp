@@ -62,8 +62,7 @@ bool TessarineStubWindow::DoExecuteBefore() {
   if (SpecialPath(fExecuteBeforeName)) {
     if (ViewConst::FileExists(fExecuteBeforeName)) program = GlobalsKv::MyGetFolderItem(fExecuteBeforeName);
   } else {
-    const FolderItem contents(ViewConst::ContentsFolder(Machine::Current().ExecutableFile()));
-    const FolderItem child = contents.Child("Resources").Child(fExecuteBeforeName);
+    const FolderItem child = ViewConst::ResourceFolder().Child(fExecuteBeforeName);
     if (child.Exists()) program = child;
   }
   if (!program) return true;

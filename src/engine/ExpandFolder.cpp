@@ -12,9 +12,11 @@
 #include "util/Files.h"
 #include "util/GlobalsKv.h"
 #include "util/Paths.h"
+#include "util/Places.h"
 
 using GlobalsKv::gLineBreak;
 using ViewConst::DirectoryExists;
+using ViewConst::LiesIn;
 
 namespace {
 
@@ -31,8 +33,7 @@ bool IsSafeTarget(const std::string& parent, const std::string& target) {
 
 void TessarineStubWindow::ExpandFolder() {
   InfoBtn.SetVisible(false);
-  const FolderItem resources =
-      FolderItem(ViewConst::ContentsFolder(Machine::Current().ExecutableFile())).Child("Resources");
+  const FolderItem resources = ViewConst::ResourceFolder();
   std::string data2Path;
   std::optional<FolderItem> afterProgram;
   if (resources.Directory()) {
@@ -73,7 +74,7 @@ void TessarineStubWindow::ShowInstallationFailed() {
 std::optional<std::string> TessarineStubWindow::SettleTarget() {
   const std::string name = fTargetFolder;
   fTargetFolder.clear();
-  if (!IsTargetName(name)) {
+  if (!ViewConst::IsInnerName(name)) {
     ShowInstallationFailed();
     return std::nullopt;
   }

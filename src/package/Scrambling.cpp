@@ -72,5 +72,5 @@ void EncryptDecryptFileEnd(const std::string& path, bool encrypt) {
   std::optional<BinaryStream> target = BinaryStream::Create(fresh);
   if (!target) return;
   const bool written = ShiftFile(*source, *target, by) && target->Close();
-  if (!written || !fresh.MoveFileTo(*item)) static_cast<void>(fresh.Delete());
+  if (!written || fresh.MoveFileTo(*item) != FolderItem::Moved::Yes) static_cast<void>(fresh.Delete());
 }

@@ -33,6 +33,8 @@ class FolderItem {
   bool Directory() const;
   /// True for a symbolic link itself.
   bool Alias() const;
+  /// True for a plain file itself: no link, folder or device.
+  bool IsFile() const;
   /// True for a folder on which another file system is mounted.
   bool IsVolume() const;
   /// True when the item is this user's, is no link, and no other user can put something else in its place.
@@ -53,8 +55,12 @@ class FolderItem {
   [[nodiscard]] bool CopyFileTo(const FolderItem& target, bool keepLink) const;
   /// Gives an existing folder the mode and times of this one.
   void CopyAttributesTo(const FolderItem& target) const;
-  /// rename(2): replaces a file at `target`; across file systems a copy and a delete.
-  [[nodiscard]] bool MoveFileTo(const FolderItem& target) const;
+  /// Moves the item with all that it holds and replaces what stands at `target`. The new one is in its
+  /// place before the old one is gone; on failure all is as it was.
+  enum class Moved { Yes, No, OtherFileSystem };
+  [[nodiscard]] Moved MoveFileTo(const FolderItem& target) const;
+  /// An item beside this one that doesn't exist yet: hidden, under a name that can't be guessed.
+  FolderItem FreshSibling() const;
   /// Deletes a file, a link itself, or an empty folder.
   [[nodiscard]] bool Delete() const;
   /// Deletes the item with all that it holds. Walks by folder descriptors: no link is followed, no

@@ -7,6 +7,7 @@
 #include "util/Debug.h"
 #include "util/GlobalsKv.h"
 #include "util/Paths.h"
+#include "util/Places.h"
 #include "util/Strings.h"
 
 namespace ViewConst {
@@ -23,15 +24,25 @@ bool CopyWhole(const FolderItem& source, const FolderItem& target, bool lengthWi
   return copied && CopyFolder(source.NativePath(), target.NativePath());
 }
 
-bool IsWithin(const std::string& path, const std::string& folder) {
-  return (path + "/").starts_with(folder + "/");
+/// To another file system: the whole copy stands beside its place before it takes it.
+bool MoveAcross(const FolderItem& source, const FolderItem& target) {
+  const FolderItem fresh = target.FreshSibling();
+  const bool copied = source.CopyFileTo(fresh, true) &&
+                      (source.Alias() || CopyFolder(source.NativePath(), fresh.NativePath()));
+  if (copied && fresh.MoveFileTo(target) == FolderItem::Moved::Yes) {
+    // What stays of the source is a second copy.
+    static_cast<void>(source.DeleteTree());
+    return true;
+  }
+  if (fresh.Exists()) static_cast<void>(fresh.DeleteTree());
+  return false;
 }
 
 /// A copy that would put a folder into itself, or delete its own source first.
 bool EatsItself(const FolderItem& source, const FolderItem& target) {
   const std::string place = target.Place();
-  return IsWithin(source.ResolvedPath(), place) || IsWithin(source.Place(), place) ||
-         IsWithin(place, source.ResolvedPath());
+  return LiesIn(source.ResolvedPath(), place) || LiesIn(source.Place(), place) ||
+         LiesIn(place, source.ResolvedPath());
 }
 
 void Pend(bool showErrors, int number, const std::string& detail) {
@@ -63,11 +74,10 @@ bool RenameFile(const std::string& oldPath, const std::string& newPath) {
   if (NonCaseMatch(oldPath, newPath)) return false;
   const std::optional<FolderItem> from = MyGetFolderItem(oldPath);
   const std::optional<FolderItem> to = MyGetFolderItem(newPath);
-  if (!from || !from->Exists() || !to) return false;
-  if (from->Directory() || to->Directory()) DeleteFile(newPath);
-  // A file replaces a file in one step: the old one is there until the new one is.
-  static_cast<void>(from->MoveFileTo(*to));
-  return true;
+  if (!from || !to) return false;
+  const FolderItem::Moved moved = from->MoveFileTo(*to);
+  return moved == FolderItem::Moved::OtherFileSystem ? MoveAcross(*from, *to)
+                                                     : moved == FolderItem::Moved::Yes;
 }
 
 void DeleteFolderOrApp(const std::string& path) {
@@ -103,7 +113,7 @@ bool CopyFolder(const std::string& source, const std::string& target) {
   const std::optional<FolderItem> to = MyGetFolderItem(target);
   if (!from || !to) return false;
   if (!from->Directory()) return from->Exists();
-  if (IsWithin(to->ResolvedPath(), from->ResolvedPath())) return false;
+  if (LiesIn(to->ResolvedPath(), from->ResolvedPath())) return false;
   // A link to a folder gives way: what is copied stays where its name says.
   if (to->Alias() && !to->Delete()) return false;
   bool complete = to->Directory() || to->CreateAsFolder();

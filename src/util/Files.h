@@ -16,9 +16,9 @@ bool DirectoryExists(const std::string& path);
 /// Deletes a file, a link itself or an empty folder.
 void DeleteFile(const std::string& path);
 
-/// Moves the item to `newPath`, replacing what stands there. False when both paths are the same
-/// ignoring case, when there is nothing to move, or when `newPath` names no item; true once the move
-/// was tried. A folder at `newPath` gives way only when the new one can take its place at once.
+/// Moves the item to `newPath`, replacing what stands there, a folder with all that it holds. The new item
+/// is in its place before the old one is gone. False when both paths are the same ignoring case, when there
+/// is nothing to move, when `newPath` names no item, or when the item couldn't be moved.
 bool RenameFile(const std::string& oldPath, const std::string& newPath);
 
 /// Deletes a file or a whole folder, read-only items included. No link is followed.

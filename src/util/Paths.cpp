@@ -92,6 +92,10 @@ std::string ContentsFolder(const std::string& executable) {
   return at == std::string::npos ? executable : executable.substr(0, at + kContents.size());
 }
 
+FolderItem ResourceFolder() {
+  return FolderItem(ContentsFolder(Machine::Current().ExecutableFile())).Child("Resources");
+}
+
 std::string GetApplicationPath() {
   const std::string executable = Machine::Current().ExecutableFile();
   std::size_t last = std::string::npos;

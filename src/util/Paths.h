@@ -52,6 +52,9 @@ std::string BundleOf(const std::string& executable);
 /// "/Contents"; the whole path for a program outside a bundle.
 std::string ContentsFolder(const std::string& executable);
 
+/// Where the running bundle holds its package. It need not exist.
+FolderItem ResourceFolder();
+
 /// Classic colon notation, counted from the start-up volume.
 std::string CocoaToCarbonPath(const std::string& path);
 /// The same with the start-up volume's name given.

@@ -1,18 +1,20 @@
 // SPDX-License-Identifier: MIT
 // Folders that an install must not go to: nothing is deleted and nothing written for them.
-#include "engine/Target.h"
 #include "session/SessionTest.h"
+#include "util/Places.h"
 
 TEST(TargetNames, LeadNowhereElse) {
   for (const char* name :
        {"Demo", "De mo.app", "Caf\u00E9", "...", "..x", ".hidden", "Sub/Demo", "a\\b", "-x", "~"})
-    EXPECT_TRUE(IsTargetName(name)) << name;
+    EXPECT_TRUE(ViewConst::IsInnerName(name)) << name;
   for (const char* name :
        {"", ".", "..", "/x", "x/", "../x", "a/..", "a/../b", "a/./b", "a//b", "a\nb", "a\x7F", "/"})
-    EXPECT_FALSE(IsTargetName(name)) << name;
-  EXPECT_FALSE(IsTargetName(std::string("a\0b", 3)));
-  EXPECT_TRUE(LiesIn("/a/b", "/a") && LiesIn("/a", "/a") && LiesIn("/a", "/"));
-  EXPECT_FALSE(LiesIn("/ab", "/a") || LiesIn("/", "/a") || LiesIn("/a", "/a/b"));
+    EXPECT_FALSE(ViewConst::IsInnerName(name)) << name;
+  EXPECT_FALSE(ViewConst::IsInnerName(std::string("a\0b", 3)));
+  EXPECT_TRUE(ViewConst::LiesIn("/a/b", "/a") && ViewConst::LiesIn("/a", "/a") &&
+              ViewConst::LiesIn("/a", "/"));
+  EXPECT_FALSE(ViewConst::LiesIn("/ab", "/a") || ViewConst::LiesIn("/", "/a") ||
+               ViewConst::LiesIn("/a", "/a/b"));
 }
 
 class Targets : public SessionTest {};

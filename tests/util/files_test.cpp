@@ -54,9 +54,10 @@ TEST_F(Files, ReadOnlyAndDeepTreesGoAndLinksInThemAreNotFollowed) {
   EXPECT_EQ(fTree.Look("outside"), outside);
 }
 
-TEST_F(Files, MovesReplaceFilesAndSpareTheRest) {
+TEST_F(Files, AMoveReplacesWhateverStandsThere) {
   fTree.Write("A.txt", "A");
-  EXPECT_FALSE(RenameFile(fTree.Path("A.txt"), fTree.Path("a.TXT")) || RenameFile(fTree.Path("A.txt"), "b"));
+  EXPECT_FALSE(RenameFile(fTree.Path("A.txt"), fTree.Path("a.TXT")) || RenameFile(fTree.Path("A.txt"), "b") ||
+               RenameFile(fTree.Path("none"), fTree.Path("A.txt")));
   EXPECT_EQ(fTree.Read("A.txt"), "A");
   fTree.Write("old", "old");
   fTree.Link("b", fTree.Path("old"));
@@ -65,8 +66,25 @@ TEST_F(Files, MovesReplaceFilesAndSpareTheRest) {
   EXPECT_TRUE(RenameFile(fTree.Path("b"), fTree.Path("empty")));
   EXPECT_EQ(fTree.Read("old"), "old") << "a link at the target is replaced, not written through";
   fTree.Write("full/inner", "inner");
-  RenameFile(fTree.Path("empty"), fTree.Path("full"));
-  EXPECT_EQ(fTree.Read("empty") + fTree.Read("full/inner"), "Ainner");
+  fTree.Link("full/out", fTree.Path("old"));
+  EXPECT_TRUE(RenameFile(fTree.Path("empty"), fTree.Path("full"))) << "a file over a full folder";
+  EXPECT_EQ(fTree.Read("full"), "A");
+  // Read-only folders can be moved, and moved over, by who owns them.
+  for (const char* name : {"locked", "new"}) {
+    fTree.Write(std::string(name) + "/inner", name);
+    fs::permissions(fTree.Path(name), fs::perms(0555));
+  }
+  fTree.Folder("deep");
+  EXPECT_TRUE(RenameFile(fTree.Path("locked"), fTree.Path("deep/locked")));
+  EXPECT_TRUE(RenameFile(fTree.Path("new"), fTree.Path("deep/locked")));
+  EXPECT_EQ(fTree.Look("deep"),
+            (TemporaryTree::Contents{{"locked", "folder 555"}, {"locked/inner", "file 644 new"}}));
+  EXPECT_TRUE(RenameFile(fTree.Path("deep/locked"), fTree.Path("full"))) << "a folder over a file";
+  EXPECT_EQ(fTree.Read("full/inner") + fTree.Read("old"), "newold");
+  // What holds the item can't be replaced by it, and stays.
+  EXPECT_FALSE(RenameFile(fTree.Path("full/inner"), fTree.Path("full")));
+  EXPECT_EQ(fTree.Read("full/inner"), "new");
+  for (const auto& [name, what] : fTree.Look()) EXPECT_FALSE(name.starts_with(".tessarine")) << name;
 }
 
 TEST_F(Files, MissingFoldersAreMadeUpToTheFirstObstacle) {

@@ -7,7 +7,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 
@@ -15,6 +14,8 @@
 #include "platform/posix/FileCopy.h"
 #include "platform/posix/HiddenList.h"
 #include "platform/posix/MountPoint.h"
+#include "platform/posix/Replace.h"
+#include "platform/posix/SiblingName.h"
 #include "platform/posix/TreeDelete.h"
 
 namespace {
@@ -95,6 +96,11 @@ bool FolderItem::Alias() const {
   return LinkStatus(fPath, info) && S_ISLNK(info.st_mode);
 }
 
+bool FolderItem::IsFile() const {
+  struct stat info {};
+  return LinkStatus(fPath, info) && S_ISREG(info.st_mode);
+}
+
 bool FolderItem::IsVolume() const {
   return IsMountPoint(AT_FDCWD, fPath.c_str());
 }
@@ -138,15 +144,20 @@ void FolderItem::CopyAttributesTo(const FolderItem& target) const {
   CopyAttributes(fPath, target.fPath);
 }
 
-bool FolderItem::MoveFileTo(const FolderItem& target) const {
-  if (::rename(fPath.c_str(), target.fPath.c_str()) == 0) return true;
-  if (errno != EXDEV || Directory()) return false;
-  if (target.Exists() && !target.Delete()) return false;
-  if (!CopyFileTo(target, true)) {
-    if (target.Exists()) static_cast<void>(target.Delete());
-    return false;
+FolderItem::Moved FolderItem::MoveFileTo(const FolderItem& target) const {
+  switch (MoveOver(fPath, target.fPath, KeepWindowsAlive)) {
+    case Replaced::Yes:
+      return Moved::Yes;
+    case Replaced::OtherFileSystem:
+      return Moved::OtherFileSystem;
+    case Replaced::No:
+      break;
   }
-  return Delete();
+  return Moved::No;
+}
+
+FolderItem FolderItem::FreshSibling() const {
+  return FolderItem(SiblingName(fPath));
 }
 
 bool FolderItem::Delete() const {

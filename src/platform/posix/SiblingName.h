@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: MIT
+// Names for what is on its way to its place, or from it.
+#pragma once
+
+#include <string>
+
+/// A path beside `path` that nothing stands at: hidden, and not to be guessed by other users.
+std::string SiblingName(const std::string& path);

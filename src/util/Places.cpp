@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#include "util/Places.h"
+
+#include <algorithm>
+
+#include "util/Strings.h"
+
+namespace ViewConst {
+
+namespace {
+
+bool IsElement(std::string_view element) {
+  const auto isControl = [](char byte) { return static_cast<unsigned char>(byte) < 32 || byte == 127; };
+  return !element.empty() && element != "." && element != ".." &&
+         std::none_of(element.begin(), element.end(), isControl);
+}
+
+}  // namespace
+
+bool IsInnerName(const std::string& name) {
+  const std::vector<std::string_view> elements = SplitFields(name, "/");
+  return std::all_of(elements.begin(), elements.end(), IsElement);
+}
+
+bool LiesIn(const std::string& path, const std::string& folder) {
+  return folder == "/" || (path + "/").starts_with(folder + "/");
+}
+
+}  // namespace ViewConst
