@@ -13,6 +13,7 @@
 
 #include "platform/Dialogs.h"
 #include "platform/qt/NativeApplication.h"
+#include "platform/qt/NativeKeyboard.h"
 
 namespace {
 
@@ -49,6 +50,7 @@ bool NativeApplication::IsHeldKey(const QObject* receiver, const QEvent* event) 
 }
 
 bool NativeApplication::notify(QObject* receiver, QEvent* event) {
+  FollowKeys(*event);
   if (IsHeldKey(receiver, event)) return true;
   try {
     return QApplication::notify(receiver, event);

@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: MIT
+// Topics, paths, messages and the help key. No viewer listens here.
+#include "help/HelpTest.h"
+#include "platform/Keyboard.h"
+
+using Keyboard::AsyncKeyDown;
+using Keyboard::kF1;
+
+class Help : public HelpTest {};
+
+TEST_F(Help, DialogsLieOverEachOtherAndGiveTopicsBack) {
+  fHelp.SetTopic("window");
+  fHelp.DialogEnd();
+  EXPECT_EQ(fMachine.fBeeps, 1);
+  EXPECT_EQ(fHelp.GetTopic(), "window");
+  for (int depth = 1; depth <= 22; ++depth) {
+    fHelp.DialogStart("dialog " + std::to_string(depth));
+    EXPECT_EQ(fHelp.GetTopic(), "dialog " + std::to_string(depth)) << "kept or not, it is the topic";
+  }
+  for (int depth = 19; depth >= 1; --depth) {
+    fHelp.DialogEnd();
+    EXPECT_EQ(fHelp.GetTopic(), "dialog " + std::to_string(depth)) << "twenty were kept";
+  }
+  fHelp.DialogEnd();
+  EXPECT_EQ(fHelp.GetTopic(), "window");
+  EXPECT_EQ(fMachine.fBeeps, 1);
+  fHelp.DialogEnd();
+  EXPECT_EQ(fMachine.fBeeps, 2);
+  fHelp.SetTopic("other window");
+  fHelp.DialogStart("dialog");
+  fHelp.DialogEnd();
+  EXPECT_EQ(fHelp.GetTopic(), "other window");
+}
+
+TEST_F(Help, PathsAreCompleted) {
+  fTree.Write("media/There", "program");
+  const struct {
+    const char *why, *runtime, *viewer, *file, *fullViewer, *fullFile;
+  } rows[] = {
+      {"no such item", "", "Ombrel", "Guide", "Ombrel.app", "Guide"},
+      {"stands beside the application", "", "There", "Guide", "There", "Guide"},
+      {"has an extension", "", "Ombrel.run", "Guide", "Ombrel.run", "Guide"},
+      {"only its folder has one", "", "/a.b/Ombrel", "/a.b/Guide", "/a.b/Ombrel.app", "/a.b/Guide"},
+      {"runtime folder", "/rt/", "Ombrel", "Guide", "/rt/Ombrel.app", "/rt/Guide"},
+      {"without separator", "/rt", "a/Ombrel.app", "a/Guide", "/rt/a/Ombrel.app", "/rt/a/Guide"},
+  };
+  for (const auto& row : rows) {
+    OmbrelRuntimeFolderPath = row.runtime;
+    fHelp.Init(row.viewer, row.file, row.why);
+    EXPECT_EQ(fHelp.fOmbrelPath, row.fullViewer) << row.why;
+    EXPECT_EQ(fHelp.fHelpFilePath, row.fullFile) << row.why;
+    EXPECT_EQ(fHelp.GetTopic(), row.why);
+  }
+}
+
+TEST_F(Help, WhatIsMissingIsToldAndNothingStarts) {
+  const struct {
+    const char *viewer, *file, *message;
+  } rows[] = {
+      {"Ombrel", "Guide", "Ombrel was not found in the folder containing this application."},
+      {"/no/Ombrel", "Guide", "Ombrel was not found at: /no/Ombrel.app"},
+      {"Viewer", "Guide", "Help file was not found in the folder containing this application."},
+      {"Viewer", "sub/Guide", "Help file not found at: sub/Guide"},
+  };
+  for (const auto& row : rows) {
+    fHelp.Init(row.viewer, row.file, "");
+    fScript.ExpectMessage(row.message);
+    fHelp.Show("topic");
+    EXPECT_EQ(fScript.TakeProblems(), "") << row.message;
+  }
+  OmbrelRuntimeFolderPath = "/rt";
+  fScript.ExpectMessage("Help file not found at: /rt/Notes");
+  fHelp.ShowHelpFileAndTopic("Notes", "one");
+  fScript.ExpectMessage("Help file not found at: sub/Notes");
+  fHelp.ShowHelpFileAndTopic("sub/Notes", "two");
+  EXPECT_EQ(fScript.TakeProblems(), "");
+  EXPECT_TRUE(fMachine.fLaunched.empty());
+
+  fTree.Write("media/sub/Notes", "pages");
+  fMachine.fMilliseconds = 0;
+  fHelp.ShowHelpFileAndTopic("sub/Notes", "three");
+  EXPECT_EQ(fMachine.fLaunched, std::vector{fTree.Path("media/Viewer.app")});
+  EXPECT_EQ(fHelp.fOmbrelPath, fTree.Path("media/Viewer.app"));
+  EXPECT_EQ(fHelp.GetTopic(), "three");
+  EXPECT_EQ(fMachine.Ticks(), 120) << "the viewer's start alone: without a bus there is nothing to wait for";
+}
+
+TEST_F(Help, TheHelpKeyIsFollowed) {
+  QWidget window;
+  const auto send = [&window](QEvent::Type type, bool repeated, int key = Qt::Key_F1) {
+    QKeyEvent event(type, key, Qt::NoModifier, "", repeated);
+    QApplication::sendEvent(&window, &event);
+    return AsyncKeyDown(kF1);
+  };
+  EXPECT_FALSE(send(QEvent::KeyPress, false, Qt::Key_F2));
+  EXPECT_TRUE(send(QEvent::KeyPress, false));
+  EXPECT_FALSE(AsyncKeyDown(120)) << "the key code of F2";
+  EXPECT_TRUE(send(QEvent::KeyRelease, false, Qt::Key_F2));
+  EXPECT_TRUE(send(QEvent::KeyRelease, true));
+  EXPECT_TRUE(send(QEvent::KeyPress, true));
+  QTimer::singleShot(0, &window, [&] { send(QEvent::KeyRelease, false); });
+  fToolkit.DoEvents(1);
+  EXPECT_FALSE(AsyncKeyDown(kF1)) << "let go while input was dropped";
+
+  send(QEvent::KeyPress, false);
+  QApplicationStateChangeEvent left(Qt::ApplicationInactive);
+  QApplication::sendEvent(qApp, &left);
+  EXPECT_FALSE(AsyncKeyDown(kF1));
+  EXPECT_FALSE(send(QEvent::KeyPress, true)) << "held since another program had the keyboard";
+
+  QAction shortcut;
+  shortcut.setShortcut(Qt::Key_F1);
+  window.addAction(&shortcut);
+  int commands = 0;
+  QObject::connect(&shortcut, &QAction::triggered, &window, [&] { commands += AsyncKeyDown(kF1) ? 1 : 100; });
+  window.show();
+  window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  QTest::keyClick(&window, Qt::Key_F1);
+  EXPECT_EQ(commands, 1);
+  EXPECT_FALSE(AsyncKeyDown(kF1));
+}
+
+TEST_F(Help, TheHelpKeyShowsTheTopicOnce) {
+  fHelp.Init("Viewer", "Guide.hlp", "window");
+  fHelp.Idle();
+  EXPECT_TRUE(fHelp.MenuHelp("menu"));
+  EXPECT_EQ(fHelp.GetTopic(), "window");
+  EXPECT_TRUE(fMachine.fLaunched.empty());
+  QWidget window;
+  QTest::keyPress(&window, Qt::Key_F1);
+  fMachine.fPump = [this] { fHelp.Idle(); };
+  fHelp.Idle();
+  EXPECT_EQ(fMachine.fLaunched.size(), 1u);
+  EXPECT_FALSE(fHelp.MenuHelp("menu"));
+  EXPECT_EQ(fHelp.GetTopic(), "menu");
+  EXPECT_EQ(fMachine.fLaunched.size(), 2u);
+  QTest::keyRelease(&window, Qt::Key_F1);
+  EXPECT_TRUE(fHelp.MenuHelp("other"));
+  EXPECT_EQ(fMachine.fLaunched.size(), 2u);
+}
+
+TEST_F(Help, TheRuntimeFolderIsInTheBundleOrBesideTheProgram) {
+  fTree.Folder("Full.app/Contents/Data");
+  fTree.Folder("Contents/Data");
+  const std::pair<const char*, const char*> rows[] = {
+      {"Full.app/Contents/MacOS/Program", "Full.app/Contents/Data/"},
+      {"Empty.app/Contents/MacOS/Program.bin", "Empty.app/Contents/MacOS/Data/"},
+      {"contents/Full.app/Contents/MacOS/Program", "Contents/Data/"},
+      {"bin/Program", "bin/Data/"},
+  };
+  for (const auto& [program, folder] : rows) {
+    fMachine.fExecutable = fTree.Path(program);
+    KvHelp::SetOmbrelRuntimeFolderPath();
+    EXPECT_EQ(OmbrelRuntimeFolderPath, fTree.Path(folder)) << program;
+  }
+}
