@@ -16,6 +16,7 @@ struct WindowStyle {
   Size smallest{};          // of a resizable window
   bool whitePaper = false;  // white background and black text, whatever the desktop's colours
   bool dialog = true;       // false for the program's one main window
+  bool hidden = false;      // never on the screen: shown modally, it only waits
 };
 
 /// Owns its native window; controls are members of derived classes and refer to it.
@@ -38,7 +39,8 @@ class Window {
   void Show();
   void Hide();
   bool Visible() const;
-  /// Shows the window above all others of the program and returns when it has been hidden.
+  /// Shows the window above all others of the program and returns when it has been hidden, or the program
+  /// quits. While a hidden one waits, what the user does is dropped, as in Machine::DoEvents.
   void ShowModal();
   /// Gives the window the focus.
   void SetFocus();

@@ -25,6 +25,7 @@ class Workshop : public ::testing::Test, public TemporaryTree {
     Write("runtime/TessarineStub", "the runtime", 0755);
     Write("runtime/ditto", "the expander");
     Write("runtime/TessarineClipboard", "the keeper");
+    Write("runtime/TessarineNetwork.so", "the network");
     Write("payload/Read Me.txt", "Hello.\n");
   }
 

@@ -19,6 +19,7 @@ using Renames = std::vector<std::pair<fs::path, fs::path>>;
 constexpr char kRuntime[] = "TessarineStub";
 constexpr char kExpander[] = "ditto";
 constexpr char kClipboardKeeper[] = "TessarineClipboard";
+constexpr char kNetwork[] = "TessarineNetwork.so";
 constexpr char kCleanupProgram[] = "PostInstallCleanup";
 
 std::string XmlText(const std::string& text) {
@@ -82,7 +83,7 @@ class Builder {
   fs::path Programs() const { return Bundle() / "Contents" / "MacOS"; }
 
   void AddRuntime() {
-    for (const char* name : {kRuntime, kExpander, kClipboardKeeper}) {
+    for (const char* name : {kRuntime, kExpander, kClipboardKeeper, kNetwork}) {
       if (!fs::exists(fRuntime / name))
         throw Refusal("The runtime's folder", "holds no " + std::string(name) + ": " + fRuntime.string());
       fs::copy_file(fRuntime / name, Programs() / name);

@@ -11,44 +11,7 @@
 
 #include "platform/posix/Process.h"
 #include "platform/posix/X11Clipboard.h"
-
-namespace {
-
-/// While it lives, what the user does with mouse and keyboard is dropped.
-class InputDropped : public QObject {
- public:
-  InputDropped() { qApp->installEventFilter(this); }
-  ~InputDropped() override { qApp->removeEventFilter(this); }
-  InputDropped(const InputDropped&) = delete;
-  InputDropped& operator=(const InputDropped&) = delete;
-
-  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
-    switch (event->type()) {
-      case QEvent::MouseButtonPress:
-      case QEvent::MouseButtonRelease:
-      case QEvent::MouseButtonDblClick:
-      case QEvent::KeyPress:
-      case QEvent::KeyRelease:
-      case QEvent::Shortcut:
-      case QEvent::ShortcutOverride:
-      case QEvent::Wheel:
-      case QEvent::ContextMenu:
-      case QEvent::TouchBegin:
-      case QEvent::TouchUpdate:
-      case QEvent::TouchEnd:
-      case QEvent::TabletPress:
-      case QEvent::TabletRelease:
-        return true;
-      case QEvent::Close:
-        event->ignore();
-        return true;
-      default:
-        return false;
-    }
-  }
-};
-
-}  // namespace
+#include "platform/qt/InputDropped.h"
 
 void QtMachine::DoEvents(int milliseconds) {
   const InputDropped dropped;
@@ -87,8 +50,16 @@ void QtMachine::LeaveClipboard() {
   if (qEnvironmentVariableIsSet("DISPLAY")) StartWithText(HelperFolder() + "/TessarineClipboard", text);
 }
 
+void QtMachine::Beep() {
+  QApplication::beep();
+}
+
 void QtMachine::ShowURL(const std::string& address) {
-  static_cast<void>(QDesktopServices::openUrl(QUrl(QString::fromStdString(address))));
+  const QUrl url(QString::fromStdString(address).trimmed());
+  const QString scheme = url.scheme();
+  // The desktop would open a file, or start a program, just as well.
+  if (scheme != "http" && scheme != "https" && scheme != "mailto") return;
+  static_cast<void>(QDesktopServices::openUrl(url));
 }
 
 bool QtMachine::OpenDocument(const FolderItem& item) {

@@ -11,6 +11,7 @@ class QtMachine : public PosixMachine {
   std::string ClipboardText() override;
   void SetClipboardText(const std::string& text) override;
   void LeaveClipboard() override;
+  void Beep() override;
   void ShowURL(const std::string& address) override;
 
  protected:

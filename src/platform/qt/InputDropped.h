@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// Waiting while nothing of what the user does begins anything.
+#pragma once
+
+#include <QCoreApplication>
+#include <QEvent>
+
+/// While it lives, what the user does with mouse and keyboard is dropped.
+class InputDropped : public QObject {
+ public:
+  InputDropped() { qApp->installEventFilter(this); }
+  ~InputDropped() override { qApp->removeEventFilter(this); }
+  InputDropped(const InputDropped&) = delete;
+  InputDropped& operator=(const InputDropped&) = delete;
+
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    switch (event->type()) {
+      case QEvent::MouseButtonPress:
+      case QEvent::MouseButtonRelease:
+      case QEvent::MouseButtonDblClick:
+      case QEvent::KeyPress:
+      case QEvent::KeyRelease:
+      case QEvent::Shortcut:
+      case QEvent::ShortcutOverride:
+      case QEvent::Wheel:
+      case QEvent::ContextMenu:
+      case QEvent::TouchBegin:
+      case QEvent::TouchUpdate:
+      case QEvent::TouchEnd:
+      case QEvent::TabletPress:
+      case QEvent::TabletRelease:
+        return true;
+      case QEvent::Close:
+        event->ignore();
+        return true;
+      default:
+        return false;
+    }
+  }
+};
