@@ -8,6 +8,7 @@
 
 #include "platform/Geometry.h"
 #include "platform/Picture.h"
+#include "platform/Secret.h"
 #include "platform/Window.h"
 
 struct NativeControl;
@@ -26,6 +27,8 @@ class Control {
   void SetVisible(bool visible);
   bool Enabled() const;
   void SetEnabled(bool enabled);
+  /// Has the keyboard go to this control once its window is in front.
+  void SetFocus();
   /// Repaints the control before returning.
   void Refresh();
 
@@ -61,6 +64,35 @@ class PushButton : public Control {
   std::string fCaption;
 };
 
+/// A control that is on or off. Its caption is shown as it stands and made to fit as a label's text is.
+class Toggle : public Control {
+ public:
+  const std::string& Caption() const { return fCaption; }
+  void SetCaption(const std::string& caption);
+  /// The tool tip, as it stands, never as markup. Where the caption is cut, the whole of it comes first.
+  void SetHelpTag(const std::string& tag);
+  bool Value() const;
+  void SetValue(bool on);
+
+ protected:
+  Toggle(Window& window, std::string name, const Rect& place, const std::string& caption,
+         std::unique_ptr<NativeControl> native);
+
+ private:
+  std::string fCaption;
+};
+
+/// Of all radio buttons of a window one is on at a time; the arrow keys go from one to the next.
+class RadioButton : public Toggle {
+ public:
+  RadioButton(Window& window, std::string name, const Rect& place, const std::string& caption);
+};
+
+class CheckBox : public Toggle {
+ public:
+  CheckBox(Window& window, std::string name, const Rect& place, const std::string& caption);
+};
+
 /// Text is shown as it stands, never as markup. A text too large for its place is drawn smaller, and
 /// where even that is not enough it is cut with an ellipsis and shown whole as a tool tip.
 class Label : public Control {
@@ -94,6 +126,17 @@ class ProgressBar : public Control {
   int Value() const;
   /// Held within 0 and the maximum.
   void SetValue(int value);
+};
+
+/// A line that the user types.
+class TextField : public Control {
+ public:
+  /// `hint` is shown while nothing has been typed.
+  TextField(Window& window, std::string name, const Rect& place, const std::string& hint = "");
+  std::string Text() const;
+  void SetText(const std::string& text);
+  /// The text, of which the field keeps nothing, nor any way to bring it back.
+  Secret TakeSecret();
 };
 
 /// A read-only plain text that scrolls. As a message it has no frame and the window's colours, and takes

@@ -2,8 +2,8 @@
 // A fresh folder with an archive and the folder it is expanded into, and command lines with the helper.
 #pragma once
 
-#include "support/ZipBuilder.h"
 #include "support/TemporaryTree.h"
+#include "support/ZipBuilder.h"
 
 namespace ziptest {
 

@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Controls.h"
 
+#include <QCheckBox>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRadioButton>
 #include <algorithm>
 #include <utility>
 
 #include "platform/qt/NativeLabel.h"
+#include "platform/qt/NativeToggle.h"
 #include "platform/qt/NativeViewer.h"
 #include "platform/qt/NativeWindow.h"
 
@@ -20,7 +24,6 @@ std::unique_ptr<NativeControl> Made(QWidget* widget) {
 }
 
 NativeLabel* MadeLabel(Label::Style style) {
-  using Wrap = NativeLabel::Wrap;
   auto* label = new NativeLabel(style == Label::MultiLine ? Wrap::Words : Wrap::OneLine);
   if (style == Label::Link) label->MakeLink();
   if (style == Label::Small) {
@@ -34,6 +37,14 @@ NativeLabel* MadeLabel(Label::Style style) {
 template <typename Widget>
 Widget& As(NativeControl& native) {
   return *static_cast<Widget*>(native.widget);
+}
+
+template <typename Work>
+void WithToggle(NativeControl& native, const Work& work) {
+  if (auto* radio = dynamic_cast<NativeToggle<QRadioButton>*>(native.widget))
+    work(*radio);
+  else
+    work(dynamic_cast<NativeToggle<QCheckBox>&>(*native.widget));
 }
 
 }  // namespace
@@ -79,6 +90,10 @@ void Control::SetEnabled(bool enabled) {
   fNative->widget->setEnabled(enabled);
 }
 
+void Control::SetFocus() {
+  fNative->widget->setFocus();
+}
+
 void Control::Refresh() {
   fNative->widget->repaint();
 }
@@ -118,6 +133,35 @@ void PushButton::OnAction(std::function<void()> action) {
 void PushButton::Push() {
   PushNative(Native());
 }
+
+Toggle::Toggle(Window& window, std::string name, const Rect& place, const std::string& caption,
+               std::unique_ptr<NativeControl> native)
+    : Control(window, std::move(name), place, Lock::None, std::move(native)) {
+  SetCaption(caption);
+}
+
+void Toggle::SetCaption(const std::string& caption) {
+  fCaption = caption;
+  WithToggle(Native(), [&caption](auto& toggle) { toggle.ShowCaption(QString::fromStdString(caption)); });
+}
+
+void Toggle::SetHelpTag(const std::string& tag) {
+  WithToggle(Native(), [&tag](auto& toggle) { toggle.ShowTag(QString::fromStdString(tag)); });
+}
+
+bool Toggle::Value() const {
+  return As<QAbstractButton>(Native()).isChecked();
+}
+
+void Toggle::SetValue(bool on) {
+  As<QAbstractButton>(Native()).setChecked(on);
+}
+
+RadioButton::RadioButton(Window& window, std::string name, const Rect& place, const std::string& caption)
+    : Toggle(window, std::move(name), place, caption, Made(new NativeToggle<QRadioButton>)) {}
+
+CheckBox::CheckBox(Window& window, std::string name, const Rect& place, const std::string& caption)
+    : Toggle(window, std::move(name), place, caption, Made(new NativeToggle<QCheckBox>)) {}
 
 Label::Label(Window& window, std::string name, const Rect& place, const std::string& text, Style style)
     : Control(window, std::move(name), place, Lock::None, Made(MadeLabel(style))) {
@@ -170,6 +214,32 @@ int ProgressBar::Value() const {
 
 void ProgressBar::SetValue(int value) {
   As<QProgressBar>(Native()).setValue(std::clamp(value, 0, Maximum()));
+}
+
+TextField::TextField(Window& window, std::string name, const Rect& place, const std::string& hint)
+    : Control(window, std::move(name), place, Lock::None, Made(new QLineEdit)) {
+  As<QLineEdit>(Native()).setPlaceholderText(QString::fromStdString(hint));
+}
+
+std::string TextField::Text() const {
+  return As<QLineEdit>(Native()).text().toStdString();
+}
+
+void TextField::SetText(const std::string& text) {
+  As<QLineEdit>(Native()).setText(QString::fromStdString(text));
+}
+
+Secret TextField::TakeSecret() {
+  auto& field = As<QLineEdit>(Native());
+  const QString text = field.text();
+  QByteArray bytes = text.toUtf8();
+  Secret secret(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+  ::explicit_bzero(bytes.data(), static_cast<std::size_t>(bytes.size()));
+  // The field and this text share their characters.
+  ::explicit_bzero(const_cast<QChar*>(text.constData()),
+                   static_cast<std::size_t>(text.size()) * sizeof(QChar));
+  field.setText(QString());
+  return secret;
 }
 
 TextArea::TextArea(Window& window, std::string name, const Rect& place, Lock lock, Style style)

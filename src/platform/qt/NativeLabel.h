@@ -3,15 +3,15 @@
 #pragma once
 
 #include <QLabel>
-#include <QTextLayout>
 #include <functional>
+
+#include "platform/qt/FittedText.h"
 
 class NativeLabel : public QLabel {
   Q_OBJECT
   Q_PROPERTY(QString text MEMBER fText)
 
  public:
-  enum class Wrap { OneLine, Words };
   explicit NativeLabel(Wrap wrap);
   void ShowText(const QString& text);
   void MakeLink();
@@ -24,18 +24,12 @@ class NativeLabel : public QLabel {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  /// Breaks `text` into the lines of `layout`; what they take in all. Words are broken only where one
-  /// alone is wider than the label.
-  QSizeF LayOut(QTextLayout& layout) const;
-  QString OneParagraph(const QString& text) const;
-  bool Fits(const QString& text, const QFont& candidate) const;
   /// Left to the first painting, so that a window is on the screen before its fonts are loaded.
   void Fit();
 
   Wrap fWrap;
   /// Not the base class's, which loads the fonts as soon as it has a text.
   QString fText;
-  QFont fShownFont;
-  QString fShown;
+  FittedText fShown;
   bool fFitted = false;
 };

@@ -12,6 +12,8 @@
 #include <map>
 
 #include "platform/qt/ButtonRow.h"
+#include "platform/qt/FittedText.h"
+#include "platform/qt/InputDropped.h"
 
 namespace {
 
@@ -35,7 +37,7 @@ void ShowCaption(QPushButton& button, const QString& caption) {
   const QString shown = button.fontMetrics().elidedText(caption, Qt::ElideRight, button.width() - 8);
   QString escaped = shown;
   button.setText(escaped.replace('&', "&&"));
-  button.setToolTip(shown == caption ? QString() : caption);
+  button.setToolTip(shown == caption ? QString() : PlainToolTip(caption));
 }
 
 }  // namespace
@@ -170,14 +172,19 @@ void NativeWindow::PutOverParent() {
 }
 
 void NativeWindow::RunModal() {
-  setWindowModality(Qt::ApplicationModal);
-  PutOverParent();
   QEventLoop loop;
   fModalLoop = &loop;
-  show();
-  raise();
-  activateWindow();
-  loop.exec();
+  if (fStyle.hidden) {
+    const InputDropped dropped;
+    loop.exec();
+  } else {
+    setWindowModality(Qt::ApplicationModal);
+    PutOverParent();
+    show();
+    raise();
+    activateWindow();
+    loop.exec();
+  }
   fModalLoop = nullptr;
   hide();
 }

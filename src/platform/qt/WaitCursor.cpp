@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#include "platform/WaitCursor.h"
+
+#include <QGuiApplication>
+
+WaitCursor::WaitCursor() {
+  QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+}
+
+WaitCursor::~WaitCursor() {
+  QGuiApplication::restoreOverrideCursor();
+}
