@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// From the user's click to the end of the run: notes, agreement, expansion.
+// From the user's click to the end of the run: notes, agreement, what is picked, expansion.
 #include "dialogs/NoteDialogs.h"
 #include "platform/Application.h"
 #include "session/TessarineStubWindow.h"
@@ -25,9 +25,19 @@ void TessarineStubWindow::OKBtnClicked() {
   }
   if (!goOn || Application::Quitting()) return;
   InstallBtn.SetEnabled(false);
-  ExpandFolder();
-  Cleanup();
+  InstallAll();
   Application::Quit(0);
+}
+
+void TessarineStubWindow::InstallAll() {
+  std::string choice;
+  std::string options;
+  if (!SelectChoiceAndOptions(choice, options)) return;
+  ExpandFolder();
+  // A copy has taken over, or the user had no further disc.
+  if (Application::Quitting()) return;
+  ExpandChoiceAndOptions(choice, options);
+  Cleanup();
 }
 
 void TessarineStubWindow::InfoBtnClicked() {
@@ -41,8 +51,12 @@ void TessarineStubWindow::InfoBtnClicked() {
 }
 
 void TessarineStubWindow::ShowInstallinProgress() {
-  MessageLabel.SetText(CustomLabel("Install in Progress...", LabelText(19)));
+  // A copy of the installer asks its questions without this window; the user should see it at work.
+  if (!Visible()) {
+    Dress();
+    InstallBtn.SetEnabled(false);
+    Show();
+  }
   SetFocus();
-  MessageLabel.Refresh();
-  Refresh();
+  ShowMessage(CustomLabel("Install in Progress...", LabelText(19)));
 }

@@ -57,6 +57,7 @@ constexpr const char* kRows[][2] = {
     {"payload.splitSize must be", R"("payload": {"splitSize": 0})"},
     {"options[1].name is", R"("options": [{"name": "a", "folder": "out"}, {"name": "A", "folder": "out"}])"},
     {"options[0].url must be an http address", R"("options": [{"name": "a", "url": "ftp://x/y"}])"},
+    {"options[0].url must be an http address", R"("options": [{"name": "a", "url": "http://x/.."}])"},
     {"minOS is none of the known ones", R"("minOS": "MacOS9")"},
     {"executeBefore must be a file's name", R"("executeBefore": "Tools/x")"},
     {"executeAfter has the name of another", R"("executeAfter": {"name": "Data2", "file": "latin"})"},

@@ -13,6 +13,7 @@ start_walk() {
 }
 
 finish_walk() {
+  stop_servers "$work"
   stop_display
   chmod -R u+w "$work"
   rm -rf "$work"
@@ -72,3 +73,41 @@ click() { xdotool mousemove --window "$WINDOW" "$1" "$2" click 1; }
 press() { xdotool key --clearmodifiers "$@"; }
 
 enter() { xdotool type --delay 5 -- "$1"; }
+
+# Serves a folder on a loopback port, one that is free unless it is named: serve_folder FOLDER [PORT]
+# Prints the port; the requests stand in FOLDER.log. stop_servers ends it.
+serve_folder() {
+  local root=$1 port=${2:-}
+  [ -n "$port" ] ||
+    port=$(python3 -c 'import socket; s = socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
+  mkdir -p "$root.server"
+  cat > "$root.server/nginx.conf" <<END
+$([ "$(id -u)" -ne 0 ] || echo 'user root;')
+pid $root.server/pid;
+error_log $root.server/error.log;
+events {}
+http {
+  log_format served '"\$request" \$status \$body_bytes_sent "\$http_user_agent"';
+  access_log $root.log served;
+  client_body_temp_path $root.server/body;
+  proxy_temp_path $root.server/proxy;
+  fastcgi_temp_path $root.server/fastcgi;
+  uwsgi_temp_path $root.server/uwsgi;
+  scgi_temp_path $root.server/scgi;
+  server {
+    listen 127.0.0.1:$port;
+    root $root;
+  }
+}
+END
+  "$(command -v nginx || echo /usr/sbin/nginx)" -e "$root.server/error.log" -c "$root.server/nginx.conf" >&2
+  echo "$port"
+}
+
+# Ends the servers of all folders in this one.
+stop_servers() {
+  local pid
+  for pid in "$1"/*.server/pid; do
+    if [ -e "$pid" ]; then kill "$(cat "$pid")" 2>/dev/null || true; fi
+  done
+}

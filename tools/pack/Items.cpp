@@ -3,16 +3,19 @@
 #include <algorithm>
 #include <set>
 
+#include "choices/ItemList.h"
 #include "pack/DescriptionParts.h"
 #include "pack/Refusal.h"
 #include "pack/Text.h"
+#include "util/Paths.h"
+#include "util/Places.h"
 
 namespace pack {
 namespace {
 
 using nlohmann::json;
 
-constexpr std::size_t kMostItems = 10;  // a dialog's controls
+constexpr std::size_t kLongestName = 255;  // of a file, in bytes
 
 // Archives are stored under names of our own, which hold no comma and can't be taken for an address.
 Item ReadItem(Section section, bool option, const std::string& archiveName) {
@@ -28,8 +31,10 @@ Item ReadItem(Section section, bool option, const std::string& archiveName) {
     if (item.archive.Given()) throw Refusal(section.Name("url"), "can't stand beside an archive");
     item.source = section.Text("url");
     const std::string address = LowerAscii(item.source);
-    if ((!address.starts_with("http://") && !address.starts_with("https://")) || address.ends_with('/'))
-      throw Refusal(section.Name("url"), "must be an http address that ends in a file name");
+    const std::string name = ViewConst::ExtractFileName(item.source);
+    if ((!address.starts_with("http://") && !address.starts_with("https://")) ||
+        !ViewConst::IsInnerName(name) || name.size() > kLongestName)
+      throw Refusal(section.Name("url"), "must be an http address that ends in a file's name");
   }
   section.Finish();
   if (item.source.empty())

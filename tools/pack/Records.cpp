@@ -4,9 +4,10 @@
 
 #include <algorithm>
 #include <string_view>
-#include <utility>
+#include <tuple>
 #include <vector>
 
+#include "choices/ItemList.h"
 #include "pack/Refusal.h"
 #include "pack/Text.h"
 
@@ -63,14 +64,13 @@ std::string ItemList(const std::string& name, const std::vector<Item>& items) {
   std::vector<std::string> rows;
   for (const Item& item : items) {
     const std::string field = name + "[" + std::to_string(rows.size()) + "].";
-    std::string row;
-    for (const auto& [key, value] : {std::pair{"name", &item.name}, std::pair{"url", &item.source},
-                                     std::pair{"target", &item.target}, std::pair{"tip", &item.tip}}) {
-      if (value->find_first_of(",|") != std::string::npos)
-        throw Refusal(field + key, "can't hold a comma or \"|\"");
-      row += (value == &item.name ? "" : ",") + *value;
-    }
-    rows.push_back(row);
+    rows.push_back(item.name + "," + item.source + "," + item.target + "," + item.tip);
+    // As the installer will read it.
+    const ListItem read = ParseItems(rows.back()).front();
+    for (const auto& [key, meant, found] :
+         {std::tuple{"name", &item.name, &read.name}, std::tuple{"url", &item.source, &read.source},
+          std::tuple{"target", &item.target, &read.target}, std::tuple{"tip", &item.tip, &read.tip}})
+      if (*meant != *found) throw Refusal(field + key, "can't hold a comma or \"|\"");
   }
   return JoinList(name, rows);
 }

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include "choices/ItemList.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "util/Strings.h"
+
+std::vector<ListItem> ParseItems(std::string_view list) {
+  std::vector<ListItem> items;
+  if (list.empty()) return items;
+  for (const std::string_view row : ViewConst::SplitFields(list, "|")) {
+    if (items.size() == kMostItems) break;
+    const std::vector<std::string_view> fields = ViewConst::SplitFields(row, ",");
+    const auto field = [&fields](std::size_t index) {
+      return std::string(index < fields.size() ? fields[index] : "");
+    };
+    items.push_back({field(0), field(1), field(2), field(3)});
+  }
+  return items;
+}
+
+std::optional<ListItem> ChosenItem(const std::vector<ListItem>& items, const std::string& name) {
+  const auto found = std::find_if(items.rbegin(), items.rend(), [&name](const ListItem& item) {
+    return ViewConst::NonCaseMatch(item.name, name);
+  });
+  return found == items.rend() ? std::nullopt : std::optional(*found);
+}
+
+std::vector<ListItem> SelectedItems(const std::vector<ListItem>& items, const std::string& names) {
+  std::vector<ListItem> selected;
+  std::copy_if(items.begin(), items.end(), std::back_inserter(selected),
+               [&names](const ListItem& item) { return ViewConst::FindField(names, ",", item.name) != 0; });
+  return selected;
+}
+
+bool IsWebSource(std::string_view source) {
+  return ViewConst::FindText(source, "http", 0) == 0;
+}

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+// What the lists say, and where each item goes.
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "choices/ItemList.h"
+#include "choices/ItemPlace.h"
+
+using Items = std::vector<ListItem>;
+
+TEST(ItemList, FieldsAreTakenAsTheyStand) {
+  const std::pair<const char*, Items> rows[] = {
+      {"", {}},
+      {"a", {{"a", "", "", ""}}},
+      {" A b , x/y.zip ,T/U,tip|", {{" A b ", " x/y.zip ", "T/U", "tip"}, {}}},
+      {"a,b,c,d,e,f|,,,t", {{"a", "b", "c", "d"}, {"", "", "", "t"}}},
+      {"|", {{}, {}}},
+  };
+  for (const auto& [list, items] : rows) EXPECT_EQ(ParseItems(list), items) << list;
+  EXPECT_EQ(ParseItems("1|2|3|4|5|6|7|8|9|10").back().name, "10");
+  EXPECT_EQ(ParseItems("1|2|3|4|5|6|7|8|9|10|11|12").size(), 10U);
+}
+
+TEST(ItemList, AnswersFindTheirItems) {
+  const Items items = ParseItems("One,1|two,2|ONE,3|,4");
+  EXPECT_EQ(ChosenItem(items, "one")->source, "3") << "the last one of that name";
+  EXPECT_FALSE(ChosenItem(items, "three"));
+  const auto sources = [&items](const std::string& names) {
+    std::string all;
+    for (const ListItem& item : SelectedItems(items, names)) all += item.source;
+    return all;
+  };
+  EXPECT_EQ(sources("TWO,one"), "123");
+  EXPECT_EQ(sources("two,"), "24");
+  EXPECT_EQ(sources("tw") + sources("two ") + sources(""), "");
+  for (const char* source : {"http://x", "HTTPS://x", "httpd.zip"}) EXPECT_TRUE(IsWebSource(source));
+  for (const char* source : {"", " http://x", "x/http", "htt"}) EXPECT_FALSE(IsWebSource(source));
+}
+
+TEST(ItemPlace, StandsBesideWhatExistsAndNowhereElse) {
+  const std::set<std::string> folders = {"/a/Tools", "/a/Tools/", "/a/Tools/Sub", "/a/Tools/Sub/"};
+  const struct {
+    const char *why, *target, *expansion, *merge;
+  } rows[] = {
+      {"the target folder itself", "Tools", "/a/Tools_X", "/a/Tools"},
+      {"in any case", "tOOLS", "/a/Tools_X", "/a/Tools"},
+      {"a folder that is there", "Sub", "/a/Tools/Sub_X", "/a/Tools/Sub"},
+      {"a new folder", "New", "/a/Tools/New", ""},
+      {"case tells folders apart", "sub", "/a/Tools/sub", ""},
+      {"a folder in a folder", "Sub/New", "/a/Tools/Sub/New", ""},
+      {"nothing said", "", "/a/Tools/_X", "/a/Tools/"},
+      {"a closing separator", "Sub/", "/a/Tools/Sub/_X", "/a/Tools/Sub/"},
+  };
+  const auto isFolder = [&folders](const std::string& path) { return folders.contains(path); };
+  for (const auto& row : rows) {
+    const std::optional<ItemPlace> place = PlanItem("/a/Tools", row.target, "_X", isFolder);
+    ASSERT_TRUE(place) << row.why;
+    EXPECT_EQ(place->expansionFolder, row.expansion) << row.why;
+    EXPECT_EQ(place->mergeFolder, row.merge) << row.why;
+    EXPECT_EQ(place->Staged(), *row.merge != '\0') << row.why;
+  }
+  for (const char* target : {"..", ".", "../Tools", "Sub/../..", "/a", "/", "Sub//New", "a\nb"})
+    EXPECT_FALSE(PlanItem("/a/Tools", target, "_X", [](const auto&) { return true; })) << target;
+}

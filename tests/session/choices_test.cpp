@@ -1,0 +1,287 @@
+// SPDX-License-Identifier: MIT
+// What the user picks, and where it lands.
+#include "session/SessionTest.h"
+#include "support/ScriptedServer.h"
+#include "support/ZipBuilder.h"
+
+using ziptest::File;
+using ziptest::Folder;
+using ziptest::Link;
+using ziptest::ZipOf;
+
+class Choices : public SessionTest {
+ protected:
+  Choices() {
+    fPackage.data[2] = "1";
+    fTree.Link("media/Setup.app/Contents/MacOS/ditto", DITTO_PROGRAM);
+  }
+  void Archive(const std::string& name, const std::vector<ziptest::Item>& items) const {
+    fTree.Write("media/Setup.app/Contents/Resources/" + name, ZipOf(items));
+  }
+
+  /// Arrow keys go from the control that has the focus of the program.
+  static void AwaitFocus(QWidget& dialog) {
+    dialog.activateWindow();
+    EXPECT_TRUE(QTest::qWaitFor([&dialog] { return QApplication::activeWindow() == &dialog; }));
+  }
+  /// Goes down that many choices from the first one, and on.
+  void ExpectChoice(int down) {
+    Expect({.window = "Pick One Choice", .key = Qt::Key_Return, .look = [down](QWidget& dialog) {
+              AwaitFocus(dialog);
+              for (int i = 0; i < down; ++i) QTest::keyClick(dialog.focusWidget(), Qt::Key_Down);
+            }});
+  }
+  void ExpectAllOptions() {
+    Expect({.window = "Select Options", .key = Qt::Key_Return, .look = [](QWidget& dialog) {
+              for (QCheckBox* box : dialog.findChildren<QCheckBox*>())
+                if (box->isVisible()) QTest::keyClick(box, Qt::Key_Space);
+            }});
+  }
+};
+
+static std::vector<std::string> TabOrder(const QWidget& dialog, QWidget* first) {
+  std::vector<std::string> names;
+  QWidget* widget = first;
+  do {
+    if (widget->isVisibleTo(&dialog) && widget->focusPolicy() != Qt::NoFocus && widget != &dialog)
+      names.push_back(widget->objectName().toStdString());
+    widget = widget->nextInFocusChain();
+  } while (widget != first);
+  return names;
+}
+
+TEST_F(Choices, TheDialogsFitTheirLists) {
+  const std::pair<std::string, int> rows[] = {{"1", 1},
+                                              {"1,,,tip|", 2},
+                                              {"1|2|3|4|5|6|7|8|9", 9},
+                                              {"1|2|3|4|5|6|7|8|9|10", 10},
+                                              {"1|2|3|4|5|6|7|8|9|10|11|12", 10}};
+  for (const auto& [list, count] : rows) {
+    const int top = count == 10 ? 343 : 14 + 32 * count;
+    const auto look = [&, n = count](QWidget& dialog, const char* control) {
+      EXPECT_EQ(dialog.size(), QSize(340, top + 40)) << list;
+      EXPECT_EQ(Find<QPushButton>(dialog, "QuitBtn").geometry(), QRect(148, top, 80, 20));
+      EXPECT_EQ(Find<QPushButton>(dialog, "ContinueBtn").geometry(), QRect(240, top, 80, 20));
+      EXPECT_TRUE(Find<QPushButton>(dialog, "ContinueBtn").isDefault());
+      for (int i = 0; i < 10; ++i) {
+        const auto& item = Find<QAbstractButton>(dialog, (control + std::to_string(i)).c_str());
+        EXPECT_EQ(item.geometry(), QRect(20, 14 + 32 * i, 300, 20));
+        EXPECT_EQ(item.isVisible(), i < n) << list;
+        EXPECT_EQ(item.isChecked(), i == 0 && *control == 'C');
+      }
+      EXPECT_EQ(Shown(dialog).size(), n + 2U);
+    };
+    fPackage.textData[22] = list;
+    fPackage.textData[23] = list;
+    ExpectInstallPressed();
+    Expect({.window = "Pick One Choice", .press = "ContinueBtn", .look = [&](QWidget& dialog) {
+              look(dialog, "ChoiceRadio");
+              EXPECT_EQ(dialog.focusWidget(), &Find<QWidget>(dialog, "ChoiceRadio0"));
+            }});
+    Expect({.window = "Select Options", .press = "QuitBtn", .look = [&](QWidget& dialog) {
+              look(dialog, "OptionCheckBox");
+              const std::vector<std::string> order = TabOrder(dialog, &Find<QWidget>(dialog, "QuitBtn"));
+              EXPECT_EQ(order[1] + order[2], "ContinueBtnOptionCheckBox0");
+            }});
+    RunInVain(list);
+  }
+}
+
+TEST_F(Choices, CaptionsAndTipsAreShownAsTheyStand) {
+  fPackage.textData[6] = "|||||||||||||||||||||||One of & these|Any of these";
+  fPackage.textData[22] = std::string(200, 'W') + ",,,a <b>tip</b>| & %s \"x\",,,|,,,t";
+  fPackage.textData[23] = "x";
+  ExpectInstallPressed();
+  Expect({.window = "One of & these", .look = [](QWidget& dialog) {
+            auto& first = Find<QRadioButton>(dialog, "ChoiceRadio0");
+            auto& second = Find<QRadioButton>(dialog, "ChoiceRadio1");
+            first.grab();
+            EXPECT_TRUE(first.toolTip().contains(QString(200, 'W') + "<br>a &lt;b&gt;tip&lt;/b&gt;"));
+            EXPECT_EQ(second.accessibleName(), " & %s \"x\"");
+            second.grab();
+            EXPECT_EQ(second.toolTip(), "");
+            AwaitFocus(dialog);
+            QTest::keyClick(&first, Qt::Key_Down);
+            EXPECT_TRUE(second.isChecked() && !first.isChecked());
+            QTest::keyClick(&second, Qt::Key_Escape);
+            EXPECT_TRUE(dialog.isVisible()) << "no button answers to Escape";
+            QTest::keyClick(&second, Qt::Key_Return);
+          }});
+  Expect({.window = "Any of these", .close = true});
+  RunInVain();
+  // Backing out of the first one shows no second one.
+  ExpectInstallPressed();
+  Expect({.window = "One of & these", .press = "QuitBtn"});
+  RunInVain();
+}
+
+TEST_F(Choices, WhatIsPickedLandsInTheTarget) {
+  fPackage.textData[22] = "Minimal,min.zip,Tools|Full \"100%\",any/where/full.zip,Tools|Last,,";
+  fPackage.textData[23] =
+      "Docs & more,docs.zip,dEMO|New,new.zip,Sub/New| Again,again.zip,Sub/New|Out,new.zip,../out|"
+      "Exit,new.zip,exit|Broken,broken.zip,Broken|Hostile,hostile.zip,Hostile|Rest,rest.zip,";
+  fPackage.textData[26] = "https://example.com/?a=b&c=$(d)";
+  fPackage.textData[28] = "It's new|Enjoy";
+  Archive("full.zip", {File("tool", "full"), Folder("both/"), File("both/x", "new"), Folder("over/"),
+                       File("over/y", "folder"), File("under", "file"), Link("link", "tool"),
+                       File(".hidden item", "h"), Folder("frozen/", 040555)});
+  Archive("docs.zip", {File("content", "docs"), File("guide", "guide")});
+  Archive("new.zip", {File("n", "1"), File("m", "1")});
+  Archive("again.zip", {File("n", "2")});
+  Archive("hostile.zip", {File("fine"), File("../../escape")});
+  Archive("rest.zip", {File("rest")});
+  fTree.Write("media/Setup.app/Contents/Resources/broken.zip", std::string(20'000, 'x'));
+  fTree.Write("outside/kept", "kept");
+  fTree.Write("Applications/Demo_Option/stale", "left by a run that was cut short");
+  fMachine.fArchive.work = [this](const FolderItem& archive) {
+    Unpack(archive);
+    for (const char* old : {"tool", "kept", "both/old", "over", "under/z", "link"})
+      fTree.Write(std::string("Applications/Demo/Tools/") + old, "old");
+    fTree.Link("Applications/Demo/exit", fTree.Path("outside"));
+    fs::permissions(fTree.Path("Applications/Demo/Tools"), fs::perms(0555));
+  };
+  std::vector<std::string> labels;
+  fMachine.fPump = [&] {
+    for (QWidget* window : QApplication::topLevelWidgets())
+      if (const auto* label = window->findChild<QLabel*>("MessageLabel"))
+        if (const auto text = label->property("text").toString().toStdString();
+            labels.empty() || labels.back() != text)
+          labels.push_back(text);
+    fToolkit.DoEvents(0);
+  };
+  ExpectInstallPressed();
+  ExpectChoice(1);
+  ExpectAllOptions();
+  for (const char* name : {"Out", "Exit", "Broken", "Hostile"})
+    fScript.ExpectMessage(std::string("Install failed for option ") + name);
+  Expect({.window = "Release Notes", .press = "OKBtn", .look = [this](QWidget& window) {
+            EXPECT_EQ(Shown(window), (Texts{{"AgreementEdit", ""}, {"OKBtn", "OK"}}));
+            EXPECT_EQ(Find<QPlainTextEdit>(window, "AgreementEdit").toPlainText(), "It's new\nEnjoy");
+            EXPECT_TRUE(fMachine.fAddresses.empty()) << "the address comes last";
+          }});
+  Run();
+  EXPECT_EQ(fTree.Look("Applications"), (Contents{{"Demo", "folder 755"},
+                                                  {"Demo/content", "file 644 docs"},
+                                                  {"Demo/guide", "file 644 guide"},
+                                                  {"Demo/rest", "file 644 content\n"},
+                                                  {"Demo/exit", "link to " + fTree.Path("outside")},
+                                                  {"Demo/Sub", "folder 755"},
+                                                  {"Demo/Sub/New", "folder 755"},
+                                                  {"Demo/Sub/New/n", "file 644 2"},
+                                                  {"Demo/Sub/New/m", "file 644 1"},
+                                                  {"Demo/Tools", "folder 555"},
+                                                  {"Demo/Tools/tool", "file 644 full"},
+                                                  {"Demo/Tools/kept", "file 644 old"},
+                                                  {"Demo/Tools/both", "folder 755"},
+                                                  {"Demo/Tools/both/x", "file 644 new"},
+                                                  {"Demo/Tools/over", "folder 755"},
+                                                  {"Demo/Tools/over/y", "file 644 folder"},
+                                                  {"Demo/Tools/under", "file 644 file"},
+                                                  {"Demo/Tools/link", "link to tool"},
+                                                  {"Demo/Tools/.hidden item", "file 644 h"},
+                                                  {"Demo/Tools/frozen", "folder 555"}}));
+  EXPECT_EQ(fTree.Look("outside"), (Contents{{"kept", "file 644 kept"}}));
+  EXPECT_EQ(labels, (std::vector<std::string>{"Install in Progress...", "Please Wait"}));
+  EXPECT_EQ(fMachine.fAddresses, std::vector<std::string>{"https://example.com/?a=b&c=$(d)"});
+}
+
+TEST_F(Choices, WhatCannotBeMovedInIsToldAndDisksAreCrossed) {
+  fPackage.textData[22] = "One,gone.zip,Tools";
+  fPackage.textData[23] = "Disk,disk.zip,Disk|Into,into.zip,Disk";
+  fPackage.textData[28] = "<HTML>Notes</HTML>";
+  fPackage.textData[6] = "||||Fine||||||||||||||||||||||Notes at last";
+  Archive("disk.zip", {Folder("a/"), File("a/x", "new"), Link("a/l", "x"), File("f", "new"), Link("l", "f")});
+  Archive("into.zip", {File("mounted"), File("fine")});
+  std::optional<SmallDisk> disk, inner;
+  fMachine.fArchive.work = [&](const FolderItem& archive) {
+    Unpack(archive);
+    disk.emplace(fTree.Folder("Applications/Demo/Disk"), 256);
+    for (const char* old : {"a/old", "f/old", "l"})
+      fTree.Write(std::string("Applications/Demo/Disk/") + old, "old");
+    inner.emplace(fTree.Folder("Applications/Demo/Disk/mounted"), 64);
+    fTree.Write("Applications/Demo/Disk/mounted/kept", "kept");
+  };
+  ExpectInstallPressed();
+  ExpectChoice(0);
+  ExpectAllOptions();
+  fScript.ExpectMessage("Install failed for selected choice");
+  fScript.ExpectMessage("Failed to create " + fTree.Path("Applications/Demo/Disk/mounted"));
+  Expect({.window = "Notes at last", .press = "ContinueBtn", .look = [](QWidget& window) {
+            EXPECT_EQ(Shown(window)["ContinueBtn"], "Fine");
+            EXPECT_FALSE(Shown(window).contains("QuitBtn"));
+          }});
+  Run();
+  if (!disk || !disk->Mounted()) GTEST_SKIP() << "no right to mount";
+  EXPECT_EQ(fTree.Look("Applications/Demo"),
+            (Contents{{"content", "file 644 archive"},
+                      {"Disk", fTree.Look("Applications/Demo")["Disk"]},
+                      {"Disk/a", "folder 755"},
+                      {"Disk/a/x", "file 644 new"},
+                      {"Disk/a/l", "link to x"},
+                      {"Disk/f", "file 644 new"},
+                      {"Disk/l", "link to f"},
+                      {"Disk/fine", "file 644 content\n"},
+                      {"Disk/mounted", fTree.Look("Applications/Demo")["Disk/mounted"]},
+                      {"Disk/mounted/kept", "file 644 kept"}}));
+}
+
+TEST_F(Choices, WebOptionsComeWholeOrNotAtAll) {
+  const std::string kFetch = "Setup file download failed.";
+  const std::string kPut = "Install of download failed.  Check account permissions.";
+  std::string noise(20'000, ' ');
+  for (std::size_t i = 0; i < noise.size(); ++i) noise[i] = static_cast<char>(i * i * i >> 9);
+  const auto zip = [&noise](std::size_t size) {
+    return ZipOf({File("f", noise.substr(0, size - ZipOf({File("f", "")}).size()))});
+  };
+  const std::string chunked = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n3a98\r\n";
+  ScriptedServer server;
+  const struct {
+    std::string target;  // of the request
+    Reply reply;
+    std::string folder;                 // the item's target
+    const std::string* told = nullptr;  // in front of the option's own message
+    std::vector<std::string> made{};    // where it succeeds, besides the file
+  } rows[] = {
+      {"/a/good.zip", {Page("200 OK", zip(10'000))}, "New", nullptr, {"New"}},
+      {"/good.zip?v=1&w=%2F..", {Page("200 OK", zip(15'000))}, "Deep/er", nullptr, {"Deep", "Deep/er"}},
+      {"/chunked", {chunked + zip(15'000) + "\r\n0\r\n\r\n"}, "Tools", nullptr, {"Tools"}},
+      {"/old", {Page("200 OK", zip(15'000))}, "New", nullptr, {"New"}},
+      {"/short.zip", {Page("200 OK", zip(9'999))}, "New", &kFetch},
+      {"/page.zip", {Page("404 Not Found", noise)}, "New"},
+      {"/none.zip", {Page("404 Not Found", "no")}, "New", &kFetch},
+      {"/cut.zip", {"HTTP/1.1 200 OK\r\nContent-Length: 20001\r\n\r\n" + noise}, "Deep/er", &kFetch},
+      {"/cutzip", {Page("200 OK", zip(15'000).substr(0, 14'900))}, "Deep/er"},
+      {"/a/", {Page("200 OK", zip(15'000))}, "New", &kPut},
+      {"/a/..", {Page("200 OK", zip(15'000))}, "Deep/er", &kPut},
+      {"/" + std::string(256, 'n'), {Page("200 OK", zip(15'000))}, "New", &kPut},
+      {"/folder", {Page("200 OK", zip(15'000))}, "New", &kPut},
+      {"/link", {Page("200 OK", zip(15'000))}, "New", &kPut},
+      {"/New", {Page("200 OK", zip(15'000))}, "New"},
+  };
+  fMachine.fArchive.work = [this](const FolderItem& archive) {
+    Unpack(archive);
+    for (const char* file : {"Tools/kept", "old"})
+      fTree.Write(std::string("Applications/Demo/") + file, "kept");
+    fTree.Folder("Applications/Demo/folder");
+    fTree.Link("Applications/Demo/link", "content");
+  };
+  for (const auto& row : rows) {
+    server.Answer(row.target == "/a/.." ? "/" : row.target, row.reply);
+    fPackage.textData[23] = "Web & co," + server.Address(row.target) + "," + row.folder;
+    ExpectInstallPressed();
+    ExpectAllOptions();
+    if (row.told != nullptr) fScript.ExpectMessage(*row.told);
+    if (row.made.empty()) fScript.ExpectMessage("Install failed for option Web & co");
+    Run(row.target);
+    Contents expected = {{"Demo", "folder 755"},        {"Demo/content", "file 644 archive"},
+                         {"Demo/Tools", "folder 755"},  {"Demo/Tools/kept", "file 644 kept"},
+                         {"Demo/folder", "folder 755"}, {"Demo/link", "link to content"},
+                         {"Demo/old", "file 644 kept"}};
+    if (row.target == "/old") expected.erase("Demo/old");  // it bore the archive's name
+    for (const std::string& folder : row.made) expected["Demo/" + folder] = "folder 755";
+    Contents found = fTree.Look("Applications");
+    EXPECT_EQ(found.erase("Demo/" + row.folder + "/f"), row.made.empty() ? 0U : 1U) << row.target;
+    EXPECT_EQ(found, expected) << row.target;
+    fs::remove_all(fTree.Path("Applications/Demo"));
+  }
+}
