@@ -4,6 +4,7 @@
 #include "dialogs/YesNoDialog.h"
 #include "engine/Target.h"
 #include "package/Scrambling.h"
+#include "package/SplitSet.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
@@ -34,20 +35,27 @@ bool IsSafeTarget(const std::string& parent, const std::string& target) {
 void TessarineStubWindow::ExpandFolder() {
   InfoBtn.SetVisible(false);
   const FolderItem resources = ViewConst::ResourceFolder();
-  std::string data2Path;
+  std::string payloadPath;
+  bool split = false;
   std::optional<FolderItem> afterProgram;
   if (resources.Directory()) {
-    data2Path = ViewConst::MyAbsolutePath(resources) + "Data2";
+    split = resources.Child(kFirstPiece).Exists();
+    payloadPath = resources.Child(split ? kFirstPiece : "Data2").NativePath();
     if (!fExecuteAfterName.empty()) afterProgram = resources.Child(fExecuteAfterName);
+  }
+  if (split && RelocateInstaller(payloadPath)) {
+    Application::Quit(0);
+    return;
   }
   PreInstallCopy();
   const std::optional<std::string> archivePath = SettleTarget();
   if (!archivePath) return;
   if (fInstallationPatch && !PreparePatch()) return;
   // Without a Payload there is nothing to take the old installation's place.
-  const bool hasPayload = FolderItem(data2Path).Length() > 0;
+  const bool hasPayload = !payloadPath.empty() && FolderItem(payloadPath).Length() > 0;
   if (hasPayload && !ClearTheWay()) return;
-  const bool putDown = PutArchiveDown(data2Path, *archivePath);
+  const bool putDown = PutArchiveDown(payloadPath, split, *archivePath);
+  if (Application::Quitting()) return;
   EncryptDecryptFileEnd(*archivePath, false);
   // A folder of that name is somebody else's.
   const std::optional<FolderItem> archive = GlobalsKv::MyGetFolderItem(*archivePath);
@@ -56,6 +64,7 @@ void TessarineStubWindow::ExpandFolder() {
     // A copy that failed has been told already.
     if (!ZipFileProcess(*archivePath, *archive) && putDown) ShowInstallationFailed();
   }
+  if (fInstallationPatch) ApplyInstallationPatch();
   PostInstallCopy();
   ZipFileDelete(*archivePath, afterProgram);
   if (SpecialPath(fExecuteAfterName) && ViewConst::FileExists(fExecuteAfterName))
@@ -134,11 +143,15 @@ bool TessarineStubWindow::ClearTheWay() {
   return false;
 }
 
-/// Copies the scrambled Payload to where it is expanded. False, after a message, when that failed.
-bool TessarineStubWindow::PutArchiveDown(const std::string& data2Path, const std::string& archivePath) {
+/// Copies or joins the scrambled Payload where it is expanded. False when that failed, after a message, or
+/// when the user ended the run.
+bool TessarineStubWindow::PutArchiveDown(const std::string& payloadPath, bool split,
+                                         const std::string& archivePath) {
   ShowInstallinProgress();
   ViewConst::DeleteFile(archivePath);
-  if (ViewConst::CopyFile(data2Path, archivePath)) return true;
+  if (split ? CombineSplitSetup(payloadPath, archivePath) : ViewConst::CopyFile(payloadPath, archivePath))
+    return true;
+  if (Application::Quitting()) return false;
   // Half an archive is of no use to anybody and takes room on a disk that may be full.
   ViewConst::DeleteFile(archivePath);
   ShowInstallationFailed();

@@ -16,24 +16,19 @@ using GlobalsKv::MyGetFolderItem;
 
 namespace {
 
-/// Copies one item and, for a folder, what it holds.
-bool CopyWhole(const FolderItem& source, const FolderItem& target, bool lengthWillDo) {
+/// Copies one item and, for a folder, what it holds. A whole length is a whole copy.
+bool CopyWhole(const FolderItem& source, const FolderItem& target) {
   bool copied = source.CopyFileTo(target, false);
-  if (!copied && lengthWillDo)
-    copied = target.Exists() && !target.Directory() && target.Length() == source.Length();
+  if (!copied) copied = target.Exists() && !target.Directory() && target.Length() == source.Length();
   return copied && CopyFolder(source.NativePath(), target.NativePath());
 }
 
-/// To another file system: the whole copy stands beside its place before it takes it.
-bool MoveAcross(const FolderItem& source, const FolderItem& target) {
+/// The whole copy stands beside its place before it takes it: what was there goes for the new one only.
+bool CopyIntoPlace(const FolderItem& source, const FolderItem& target) {
   const FolderItem fresh = target.FreshSibling();
   const bool copied = source.CopyFileTo(fresh, true) &&
                       (source.Alias() || CopyFolder(source.NativePath(), fresh.NativePath()));
-  if (copied && fresh.MoveFileTo(target) == FolderItem::Moved::Yes) {
-    // What stays of the source is a second copy.
-    static_cast<void>(source.DeleteTree());
-    return true;
-  }
+  if (copied && fresh.MoveFileTo(target) == FolderItem::Moved::Yes) return true;
   if (fresh.Exists()) static_cast<void>(fresh.DeleteTree());
   return false;
 }
@@ -76,8 +71,11 @@ bool RenameFile(const std::string& oldPath, const std::string& newPath) {
   const std::optional<FolderItem> to = MyGetFolderItem(newPath);
   if (!from || !to) return false;
   const FolderItem::Moved moved = from->MoveFileTo(*to);
-  return moved == FolderItem::Moved::OtherFileSystem ? MoveAcross(*from, *to)
-                                                     : moved == FolderItem::Moved::Yes;
+  if (moved != FolderItem::Moved::OtherFileSystem) return moved == FolderItem::Moved::Yes;
+  if (!CopyIntoPlace(*from, *to)) return false;
+  // What stays of the source is a second copy.
+  static_cast<void>(from->DeleteTree());
+  return true;
 }
 
 void DeleteFolderOrApp(const std::string& path) {
@@ -97,15 +95,14 @@ bool CopyFile(const std::string& source, const std::string& target) {
   const std::optional<FolderItem> to = MyGetFolderItem(target);
   if (!from || !to || !from->Exists() || EatsItself(*from, *to)) return false;
   if (to->Exists()) static_cast<void>(to->Delete());
-  return CopyWhole(*from, *to, true);
+  return CopyWhole(*from, *to);
 }
 
 bool CopyFileB(const std::string& source, const std::string& target) {
   const std::optional<FolderItem> from = MyGetFolderItem(source);
   const std::optional<FolderItem> to = MyGetFolderItem(target);
   if (!from || !to || !from->Exists() || EatsItself(*from, *to)) return false;
-  if (to->Exists() && !to->Delete()) DeleteFolderOrApp(target);
-  return CopyWhole(*from, *to, false);
+  return CopyIntoPlace(*from, *to);
 }
 
 bool CopyFolder(const std::string& source, const std::string& target) {

@@ -32,7 +32,8 @@ void DeleteItem(const std::string& path);
 /// an error still counts when it has the source's length.
 bool CopyFile(const std::string& source, const std::string& target);
 
-/// As CopyFile, but a folder at `target` goes with all that it holds, and any error counts.
+/// As CopyFile, but a link named as the source arrives as a link, any error counts, and whatever stands at
+/// `target`, a folder with all that it holds, is replaced only once the whole copy stands beside it.
 bool CopyFileB(const std::string& source, const std::string& target);
 
 /// Copies what a folder holds into `target`, made if missing. Goes on past what can't be copied, and is

@@ -5,6 +5,7 @@
 
 #include "platform/Machine.h"
 #include "util/Debug.h"
+#include "util/GlobalsKv.h"
 #include "util/Strings.h"
 
 namespace ViewConst {
@@ -96,13 +97,22 @@ FolderItem ResourceFolder() {
   return FolderItem(ContentsFolder(Machine::Current().ExecutableFile())).Child("Resources");
 }
 
-std::string GetApplicationPath() {
+std::string RunningBundle() {
   const std::string executable = Machine::Current().ExecutableFile();
   std::size_t last = std::string::npos;
   for (std::size_t at = FindText(executable, kContents, 0); at != std::string::npos;
        at = FindText(executable, kContents, at + 1))
     last = at;
-  return ExtractFilePath(executable.substr(0, last));
+  return executable.substr(0, last);
+}
+
+std::function<void()> gTranslocated;
+
+std::string GetApplicationPath() {
+  std::string path = ExtractFilePath(RunningBundle());
+  const bool moved = FindText(path, "AppTranslocation", 0) != std::string::npos;
+  if (moved && !GlobalsKv::gIgnoreTranslocationError && gTranslocated) gTranslocated();
+  return path;
 }
 
 std::string CocoaToCarbonPath(const std::string& path) {

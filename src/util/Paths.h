@@ -2,6 +2,7 @@
 // Path strings: native POSIX paths, "/" between elements; one that ends in "/" means a folder.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -40,9 +41,17 @@ std::string DirectoryPathExtract(const std::string& path, int n);
 /// The Applications folder: the child of that name beside the "System" folder.
 FolderItem GetApplicationFolder();
 
-/// The folder that holds the running bundle, with closing "/": what stands in front of the bundle
-/// whose "/Contents" is the last in the executable's path.
+/// The running bundle: what stands in front of the last "/Contents" of the executable's path; the whole path
+/// for a program outside a bundle.
+std::string RunningBundle();
+
+/// The folder that holds the running bundle, with closing "/". Of a program that the system has moved for
+/// the user's safety gTranslocated is told first.
 std::string GetApplicationPath();
+
+/// Run by GetApplicationPath for a path that holds "AppTranslocation", unless
+/// GlobalsKv::gIgnoreTranslocationError. It ends the program.
+extern std::function<void()> gTranslocated;
 
 /// The bundle of the program at `executable`: what stands in front of the first "/Contents"; the whole
 /// path for a program outside a bundle.

@@ -179,24 +179,3 @@ TEST_F(Install, WhatTheUserDoesInAWaitIsDropped) {
   EXPECT_GT(tried, 0);
   EXPECT_EQ(fTree.Read("Applications/Demo/content"), "archive");
 }
-
-TEST_F(Install, APatchNeedsItsInstallationAndSparesIt) {
-  IntoApplications();
-  fPackage.textData[13] = "1";
-  ExpectInstallPressed();
-  fScript.ExpectMessage("Patch Failed.  No installation folder exists.");
-  RunInVain();
-  fTree.Write("Applications/Demo/installed", "kept");
-  fTree.Write("Applications/DemoPatch/stale", "stale");
-  fPackage.data[7] = "1";
-  fMachine.fArchive.work = [this](const FolderItem& archive) {
-    EXPECT_EQ(archive.NativePath(), fTree.Path("Applications/Demo.zip"));
-    EXPECT_FALSE(fTree.Has("Applications/DemoPatch")) << "left by an earlier run";
-    EXPECT_EQ(fTree.Read("Applications/Demo/installed"), "kept");
-    fTree.Folder("Applications/DemoPatch");
-  };
-  ExpectInstallPressed();
-  Run();
-  EXPECT_EQ(fTree.Read("Applications/Demo/installed"), "kept");
-  EXPECT_EQ(fMachine.fLaunched.size(), 1U);
-}

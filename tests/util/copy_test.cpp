@@ -78,6 +78,9 @@ TEST_F(Copies, ReplaceWhatStandsAtTheTarget) {
   EXPECT_EQ(fTree.Read("full/inner/old"), "old");
   EXPECT_TRUE(CopyFileB(fTree.Path("new"), fTree.Path("full")));
   EXPECT_EQ(fTree.Read("full"), "new");
+  ASSERT_EQ(::mkfifo(fTree.Path("folder").c_str(), 0644), 0);
+  EXPECT_FALSE(CopyFileB(fTree.Path("folder"), fTree.Path("full")));
+  EXPECT_EQ(fTree.Read("full"), "new") << "kept by a copy that fails";
 }
 
 TEST_F(Copies, GoOnPastAnItemThatFailsAndSaySo) {

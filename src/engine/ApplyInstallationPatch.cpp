@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+// A patch folder is merged into the installation that it stands beside, file by file.
+#include "engine/PatchNames.h"
+#include "platform/Dialogs.h"
+#include "platform/Machine.h"
+#include "session/TessarineStubWindow.h"
+#include "util/Clock.h"
+#include "util/Files.h"
+#include "util/GlobalsKv.h"
+#include "util/Paths.h"
+#include "util/Places.h"
+#include "util/Rights.h"
+
+using GlobalsKv::gLineBreak;
+using ViewConst::DirectoryExists;
+
+namespace {
+
+constexpr std::string_view kSuffix = "Patch";
+
+/// What a marker left: the folder itself, or one that it lies in.
+bool IsNoName(const std::string& name) {
+  return name.empty() || name == "." || name == "..";
+}
+
+/// False when `folder` stays. Whoever is at work in it gets time first.
+bool RemovePatchFolder(const std::string& folder) {
+  const std::int64_t end = Machine::Current().Ticks() + std::int64_t{ViewConst::kVanishLimit} * 60;
+  while (DirectoryExists(folder) && Machine::Current().Ticks() < end) {
+    ViewConst::Sleep(2);
+    ViewConst::AllUsersFullAccess(folder);
+    ViewConst::DeleteFolderOrApp(folder);
+    Machine::Current().Yield();
+  }
+  return !DirectoryExists(folder);
+}
+
+/// Brings a file or a link to its place, or takes away what stands there.
+bool ApplyItem(const FolderItem& item, bool deletes, const std::string& target) {
+  if (!deletes) {
+    const FolderItem folder = FolderItem(target).Parent();
+    if (!folder.Exists()) ViewConst::ForceDirectories(folder.NativePath(), false);
+    return ViewConst::CopyFileB(item.NativePath(), target);
+  }
+  // The marker of a file means no folder that holds something.
+  ViewConst::DeleteFile(target);
+  return true;
+}
+
+}  // namespace
+
+void TessarineStubWindow::ApplyInstallationPatch() {
+  if (!DirectoryExists(fTargetFolder)) {
+    MessageBox("Patch Not Found" + gLineBreak + gLineBreak +
+               "Patch folder not created at specified location.");
+    return;
+  }
+  ViewConst::SetInvisible(fTargetFolder);
+  const std::optional<FolderItem> folder = GlobalsKv::MyGetFolderItem(fTargetFolder);
+  if (!folder) return;
+  ApplyPatchFolder(*folder, "", fTargetFolder.substr(0, fTargetFolder.size() - kSuffix.size()));
+  if (!RemovePatchFolder(fTargetFolder))
+    MessageBox("Unable to delete the patch folder." + gLineBreak + gLineBreak + fTargetFolder);
+}
+
+void TessarineStubWindow::ApplyPatchFolder(const FolderItem& folder, const std::string& relativePath,
+                                           const std::string& baseFolder) {
+  const std::string place = relativePath.empty() ? baseFolder : baseFolder + "/" + relativePath;
+  // Links that stand in the installation may lead about in it, but not out of it.
+  const bool inside =
+      ViewConst::LiesIn(FolderItem(place).ResolvedPath(), FolderItem(baseFolder).ResolvedPath());
+  for (const FolderItem& item : folder.Children()) {
+    const auto [name, deletes] = ReadPatchName(item.Name());
+    const std::string target = place + "/" + name;
+    const bool isFolder = item.Directory() && !item.Alias();
+    const bool taken = isFolder || (!name.starts_with('.') && item.Visible());
+    if (isFolder && !deletes) {
+      ApplyPatchFolder(item, relativePath.empty() ? name : relativePath + "/" + name, baseFolder);
+    } else if (taken && (!inside || IsNoName(name))) {
+      MessageBox("Patch Failed: " + target);
+    } else if (isFolder) {
+      if (DirectoryExists(target)) ViewConst::DeleteFolderOrApp(target);
+    } else if (taken && !ApplyItem(item, deletes, target)) {
+      MessageBox("Patch Failed: " + target);
+    }
+    Machine::Current().Yield();
+  }
+}

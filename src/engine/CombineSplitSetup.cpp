@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+// The pieces of a split set become one archive; the user changes discs between them.
+#include "dialogs/Posing.h"
+#include "package/SplitSet.h"
+#include "platform/Application.h"
+#include "platform/BinaryStream.h"
+#include "platform/Machine.h"
+#include "platform/Shell.h"
+#include "platform/WaitCursor.h"
+#include "session/TessarineStubWindow.h"
+#include "util/Files.h"
+#include "util/GlobalsKv.h"
+#include "util/Paths.h"
+
+namespace {
+
+void KeepWindowsAlive() {
+  Machine::Current().Yield();
+}
+
+/// The folders that the started installer may have lain in, as it has told: by the clipboard, and by a file
+/// beside this copy, for desktops on which the clipboard doesn't come through.
+std::vector<std::string> SourceFolders() {
+  std::vector<std::string> folders;
+  for (const std::string& text : {Machine::Current().ClipboardText(), ReadSourceFolderNote()})
+    if (IsFolderText(text)) folders.push_back(text);
+  return folders;
+}
+
+bool Append(const std::string& piece, BinaryStream& archive) {
+  std::optional<BinaryStream> source = BinaryStream::Open(FolderItem(piece));
+  return source && archive.WriteAllOf(*source, KeepWindowsAlive);
+}
+
+}  // namespace
+
+bool TessarineStubWindow::CombineSplitSetup(const std::string& firstPiecePath,
+                                            const std::string& outputPath) {
+  const FolderItem output(outputPath);
+  const bool joined = JoinPieces(firstPiecePath, output);
+  // Half an archive is of no use to anybody and takes room on a disk that may be full.
+  if (!joined && output.IsFile()) ViewConst::DeleteFile(outputPath);
+  return joined;
+}
+
+bool TessarineStubWindow::JoinPieces(const std::string& firstPiecePath, const FolderItem& output) {
+  const WaitCursor cursor;
+  const std::vector<std::string> folders = SourceFolders();
+  std::optional<BinaryStream> archive = BinaryStream::Create(output);
+  if (!archive || !Append(firstPiecePath, *archive)) return false;
+  if (!folders.empty() && SourceFolderIsCD(folders.front())) EjectCD();
+  for (int index = 2;; ++index) {
+    std::optional<FoundPiece> piece = FindPiece(folders, index, ViewConst::FileExists);
+    while (!piece) {
+      if (!AskForNextDisc()) {
+        Application::Quit(0);
+        return false;
+      }
+      piece = FindPiece(folders, index, ViewConst::FileExists);
+    }
+    if (!Append(piece->path, *archive)) return false;
+    if (SourceFolderIsCD(piece->folder)) EjectCD();
+    if (piece->last) return archive->Close();
+    KeepWindowsAlive();
+  }
+}
+
+bool TessarineStubWindow::AskForNextDisc() {
+  return GlobalsKv::YesNoDlg(CustomLabel(
+      "Insert next CD.  When you see the CD icon, click YES to continue or NO to quit.", LabelText(16)));
+}
+
+bool TessarineStubWindow::SourceFolderIsCD(const std::string& path) {
+  return Machine::Current().IsDisc(FolderItem(path));
+}
+
+void TessarineStubWindow::EjectCD() {
+  Shell().Execute("eject");
+}

@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: MIT
+// Patches: what they change in an installation, what they leave alone, and what fails by name.
+#include <sys/stat.h>
+
+#include "engine/PatchNames.h"
+#include "session/SessionTest.h"
+
+TEST(PatchNames, LoseTheirFirstMarker) {
+  const std::tuple<const char*, const char*, bool> rows[] = {{"old*Delete*.txt", "old.txt", true},
+                                                             {"*DELETE*", "", true},
+                                                             {"*delete**Delete*x", "*Delete*x", true},
+                                                             {"*Delete *", "*Delete *", false},
+                                                             {"Delete", "Delete", false},
+                                                             {"\u00E9*dElEtE*\u00E9", "\u00E9\u00E9", true}};
+  for (const auto& [item, name, deletes] : rows) {
+    EXPECT_EQ(ReadPatchName(item).name, name);
+    EXPECT_EQ(ReadPatchName(item).deletes, deletes) << item;
+  }
+}
+
+class Patches : public SessionTest {
+ protected:
+  Patches() {
+    fPackage.data[2] = "1";
+    fPackage.data[7] = "1";  // a patch asks nothing
+    fPackage.textData[13] = "1";
+    fMachine.fArchive.work = nullptr;
+  }
+  void Installed(const std::string& name, unsigned mode = 0644) const {
+    fTree.Write("Applications/Demo/" + name, "old", mode);
+  }
+  /// An item of the patch folder, which is there when the archive has been expanded.
+  void Brings(const std::string& name, unsigned mode = 0644) {
+    fItems.push_back([=, this] { fTree.Write("Applications/DemoPatch/" + name, "new", mode); });
+  }
+  void BringsLink(const std::string& name, const std::string& target) {
+    fItems.push_back([=, this] { fTree.Link("Applications/DemoPatch/" + name, target); });
+  }
+  void RunPatch() {
+    fMachine.fArchive.work = [this](const FolderItem& archive) {
+      EXPECT_EQ(archive.NativePath(), fTree.Path("Applications/Demo.zip"));
+      EXPECT_FALSE(fTree.Has("Applications/DemoPatch")) << "left by an earlier run";
+      for (const auto& item : fItems) item();
+      fs::permissions(fTree.Folder("Applications/DemoPatch"), fs::perms(0755));
+    };
+    Run();
+  }
+
+  std::vector<std::function<void()>> fItems;
+};
+
+TEST_F(Patches, NeedTheirInstallationAndTheirFolder) {
+  ExpectInstallPressed();
+  fScript.ExpectMessage("Patch Failed.  No installation folder exists.");
+  RunInVain();
+  Installed("kept");
+  ExpectInstallPressed();
+  fScript.ExpectMessage("Patch Not Found\n\nPatch folder not created at specified location.");
+  Run();
+  EXPECT_EQ(fTree.Look("Applications"), (Contents{{"Demo", "folder 755"}, {"Demo/kept", "file 644 old"}}));
+}
+
+TEST_F(Patches, MergeFileByFile) {
+  for (const char* name :
+       {"kept", "same", "Sub/kept", "Sub/same", "Sub/Gone/deep/file", "gone.txt", "Gone/file", "full/kept",
+        "file to folder", ".dot", "listed", "real", "Sub/Full/kept"})
+    Installed(name);
+  Installed("tool", 0755);
+  Installed("frozen", 0444);
+  fTree.Link("Applications/Demo/alias", "real");
+  fTree.Link("Applications/Demo/Inside", "Sub");
+  fTree.Write("outside/file", "kept");
+  fTree.Link("Applications/Demo/out", fTree.Path("outside"));
+  fTree.Write("Applications/DemoPatch/stale", "left by a run that was cut short");
+  for (const char* name : {"same",
+                           "new",
+                           "Sub/same",
+                           "Sub/new",
+                           "Far/away/new",
+                           "Inside/through",
+                           "frozen",
+                           "alias",
+                           "*Delete*gone.txt",
+                           "Gone*delete*/ignored",
+                           "Sub/*DELETE*Gone/x",
+                           "none*Delete*",
+                           "Sub/None*Delete*/x",
+                           ".dot",
+                           "listed",
+                           ".Folder/seen",
+                           "listed*Delete*",
+                           ".dot*Delete*",
+                           "file to folder/new",
+                           "full*Delete*",
+                           "out*Delete*/x"})
+    Brings(name);
+  Brings("tool", 0700);
+  BringsLink("link", "real");
+  fItems.push_back([this] {
+    fTree.Folder("Applications/DemoPatch/Empty/deep");
+    fTree.Write("Applications/DemoPatch/.hidden", "listed\nlisted*Delete*\n");
+  });
+  ExpectInstallPressed();
+  fScript.ExpectMessage("Patch Failed: " + fTree.Path("Applications/Demo/file to folder/new"));
+  RunPatch();
+  EXPECT_EQ(fTree.Look("Applications"), (Contents{{"Demo", "folder 755"},
+                                                  {"Demo/kept", "file 644 old"},
+                                                  {"Demo/same", "file 644 new"},
+                                                  {"Demo/new", "file 644 new"},
+                                                  {"Demo/Sub", "folder 755"},
+                                                  {"Demo/Sub/kept", "file 644 old"},
+                                                  {"Demo/Sub/same", "file 644 new"},
+                                                  {"Demo/Sub/new", "file 644 new"},
+                                                  {"Demo/Sub/through", "file 644 new"},
+                                                  {"Demo/Sub/Full", "folder 755"},
+                                                  {"Demo/Sub/Full/kept", "file 644 old"},
+                                                  {"Demo/Far", "folder 755"},
+                                                  {"Demo/Far/away", "folder 755"},
+                                                  {"Demo/Far/away/new", "file 644 new"},
+                                                  {"Demo/Inside", "link to Sub"},
+                                                  {"Demo/frozen", "file 644 new"},
+                                                  {"Demo/alias", "file 644 new"},
+                                                  {"Demo/real", "file 644 old"},
+                                                  {"Demo/full", "folder 755"},
+                                                  {"Demo/full/kept", "file 644 old"},
+                                                  {"Demo/file to folder", "file 644 old"},
+                                                  {"Demo/.dot", "file 644 old"},
+                                                  {"Demo/.Folder", "folder 755"},
+                                                  {"Demo/.Folder/seen", "file 644 new"},
+                                                  {"Demo/listed", "file 644 old"},
+                                                  {"Demo/tool", "file 700 new"},
+                                                  {"Demo/link", "link to real"}}));
+  EXPECT_EQ(fTree.Look("outside"), (Contents{{"file", "file 644 kept"}}));
+  EXPECT_GE(fMachine.Ticks(), 2 * 60) << "the removal begins two seconds behind the merge";
+}
+
+TEST_F(Patches, NeverLeaveTheInstallation) {
+  Installed("Sub/kept");
+  fTree.Write("outside/file", "kept");
+  fTree.Link("Applications/Demo/exit", fTree.Path("outside"));
+  fTree.Link("Applications/Demo/up", "..");
+  fTree.Link("Applications/Demo/nowhere", "none/such");
+  fTree.Write("Applications/Other/kept", "kept");
+  const auto look = [this] { return std::pair(fTree.Look("Applications"), fTree.Look("outside")); };
+  const auto before = look();
+  // What the patch brings, and what is told to have failed. A file named with a leading "." isn't taken at
+  // all.
+  const char* const rows[][2] = {{"*Delete*", ""},
+                                 {"*Delete*/x", ""},
+                                 {"Sub/.*Delete*./x", "Sub/.."},
+                                 {"Sub/.*Delete*.", nullptr},
+                                 {"exit/file", "exit/file"},
+                                 {"exit/*Delete*file", "exit/file"},
+                                 {"up/Other/kept", "up/Other/kept"},
+                                 {"up/Other*Delete*/x", "up/Other"},
+                                 {"nowhere/x", "nowhere/x"}};
+  for (const auto& [name, failing] : rows) {
+    fItems.clear();
+    Brings(name);
+    ExpectInstallPressed();
+    if (failing != nullptr)
+      fScript.ExpectMessage("Patch Failed: " + fTree.Path("Applications/Demo/") + failing);
+    RunPatch();
+    EXPECT_EQ(look(), before) << name;
+  }
+}
+
+TEST_F(Patches, AFolderThatStaysIsToldInTheEnd) {
+  Installed("kept");
+  Brings("new");
+  std::optional<SmallDisk> disk;
+  fItems.push_back([&] { disk.emplace(fTree.Folder("Applications/DemoPatch/disk"), 64); });
+  ExpectInstallPressed();
+  fScript.ExpectMessage("Unable to delete the patch folder.\n\n" + fTree.Path("Applications/DemoPatch"));
+  RunPatch();
+  if (!disk || !disk->Mounted()) GTEST_SKIP() << "no right to mount";
+  EXPECT_EQ(fTree.Read("Applications/Demo/new"), "new");
+  EXPECT_TRUE(fTree.Has("Applications/DemoPatch/disk"));
+  EXPECT_LT(fMachine.Ticks(), 60 * 60);
+}
