@@ -6,13 +6,17 @@
 #include <cstdio>
 #include <memory>
 
+#include "package/SplitSet.h"
 #include "platform/qt/QtMachine.h"
 #include "session/App.h"
+#include "util/Paths.h"
 
 namespace {
 
-/// Programs before and after the install answer over the clipboard.
-bool HasPrograms() {
+/// Programs before and after the install answer over the clipboard, and a split set's copy hears by it where
+/// its pieces are.
+bool SharesClipboard() {
+  if (ViewConst::ResourceFolder().Child(kFirstPiece).Exists()) return true;
   const std::optional<InstallerRecord> record = ReadRecord();
   return record && !(record->fExecuteBeforeName.empty() && record->fExecuteAfterName.empty());
 }
@@ -26,7 +30,7 @@ int main(int argc, char** argv) {
   std::signal(SIGCHLD, SIG_DFL);
   auto machine = std::make_unique<QtMachine>();
   Machine::Install(machine.get());
-  Application application(argc, argv, HasPrograms);
+  Application application(argc, argv, SharesClipboard);
   const int status = App(application).Run();
   machine.reset();
   std::fflush(nullptr);

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -35,6 +36,9 @@ class BinaryStream {
   [[nodiscard]] bool Write(const std::string& bytes) { return Write(bytes.data(), bytes.size()); }
   /// Writes at a byte offset; where Read goes on is not changed.
   [[nodiscard]] bool WriteAt(std::uint64_t offset, const char* bytes, std::size_t count);
+  /// Writes all that is left of `source`, inside the kernel where it can. `tick` runs every few megabytes.
+  /// False when `source` couldn't be read to its end or not every byte was taken.
+  [[nodiscard]] bool WriteAllOf(BinaryStream& source, const std::function<void()>& tick);
   /// False when the system reports a late write error.
   bool Close();
 

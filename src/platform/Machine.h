@@ -6,8 +6,10 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/FolderItem.h"
+#include "platform/Secret.h"
 
 /// An archive that a process of its own expands and reports on.
 class Expansion {
@@ -32,6 +34,8 @@ class Machine {
   virtual void DoEvents(int milliseconds) = 0;
   /// DoEvents for loops that do real work: costs nothing when called often.
   virtual void Yield() = 0;
+  /// How long a timer of so many milliseconds really runs: a test's clock goes faster.
+  virtual int TimerPeriod(int milliseconds) { return milliseconds; }
 
   /// The running program's file, links resolved.
   virtual std::string ExecutableFile() = 0;
@@ -56,10 +60,22 @@ class Machine {
   /// To be called before the process ends: has a text that this process put on the clipboard stay there.
   virtual void LeaveClipboard() = 0;
 
+  /// Sounds the system's alert.
+  virtual void Beep() = 0;
   /// Opens an address in the user's browser.
   virtual void ShowURL(const std::string& address) = 0;
   /// Runs one line of the command shell to its end, output discarded. The exit code.
   virtual int Execute(const std::string& command) = 0;
+  /// Runs a program, found by the search path, with `arguments` as they are and `input` on its standard
+  /// input. Waits for its end; output is discarded. The exit code.
+  virtual int ExecuteWithInput(const std::string& program, const std::vector<std::string>& arguments,
+                               const Secret& input) = 0;
+  /// From now on the system writes no image of this process's memory to the disk when it crashes.
+  virtual void ForbidCoreDumps() = 0;
+  /// Does a process run a program that lies below `folder`?
+  virtual bool IsRunBelow(const FolderItem& folder) = 0;
+  /// Is the folder on a disc, such as a CD or DVD?
+  virtual bool IsDisc(const FolderItem& folder) = 0;
   /// Opens an item as the desktop would: an application bundle or program runs on its own, an
   /// archive goes to the expansion helper, a document to the program that the user chose for it.
   /// Returns at once; false when nothing could be started.

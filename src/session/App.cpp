@@ -2,10 +2,13 @@
 #include "session/App.h"
 
 #include "dialogs/Posing.h"
+#include "dialogs/Translocation.h"
 #include "platform/Machine.h"
 #include "util/GlobalsKv.h"
+#include "util/Paths.h"
 
 int App::Run() {
+  ViewConst::gTranslocated = PoseTranslocation;
   const int status = fApplication.Run([this] {
     Event_Open();
     LateStartup();

@@ -16,11 +16,27 @@ void TessarineStubWindow::DoStartup() {
     Application::Quit(0);
     return;
   }
-  if (!CheckMinOSorRAM() || !DoExecuteBefore()) {
+  if (!CheckMinOSorRAM()) {
+    Application::Quit(0);
+    return;
+  }
+  if (RunningRelocatedInstaller()) {
+    GoOnAsCopy();
+    return;
+  }
+  if (!DoExecuteBefore()) {
     Application::Quit(0);
     return;
   }
   Dress();
+}
+
+/// The installer that was started has asked for everything in front of the choices.
+void TessarineStubWindow::GoOnAsCopy() {
+  Hide();
+  MyProcessToTop();
+  InstallAll();
+  Application::Quit(0);
 }
 
 void TessarineStubWindow::Dress() {

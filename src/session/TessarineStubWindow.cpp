@@ -3,7 +3,10 @@
 
 #include "dialogs/MenuBar.h"
 #include "platform/Application.h"
+#include "platform/Dialogs.h"
 #include "platform/Machine.h"
+#include "session/Relocation.h"
+#include "util/Paths.h"
 #include "util/Strings.h"
 
 TessarineStubWindow::TessarineStubWindow()
@@ -20,7 +23,14 @@ TessarineStubWindow::TessarineStubWindow()
 }
 
 void TessarineStubWindow::Event_Open() {
-  DoStartup();
+  const RunsFrom place = ReadLocation(ViewConst::GetApplicationPath(), TemporaryPath());
+  if (place != RunsFrom::TemporaryFolder) {
+    DoStartup();
+    return;
+  }
+  Hide();
+  MessageBox("Drag the installer out of the Downloads folder before running it.");
+  Application::Quit(0);
 }
 
 void TessarineStubWindow::Event_Close() {

@@ -11,6 +11,9 @@
 #include "platform/FolderItem.h"
 #include "platform/Window.h"
 
+struct ItemPlace;
+struct ListItem;
+
 class TessarineStubWindow : public Window, public InstallerRecord {
  public:
   TessarineStubWindow();
@@ -44,8 +47,17 @@ class TessarineStubWindow : public Window, public InstallerRecord {
   /// False, after a message, for a user who may not create a file in the Applications folder.
   bool CheckAdminAccount();
 
+  // session/RelocateInstaller.cpp
+  /// Does this installer run from below the temporary folder?
+  bool RunningRelocatedInstaller();
+  /// For a split set outside the temporary folder: starts a copy there, which takes over. False when this run
+  /// goes on by itself. A copy that couldn't be started has been told.
+  bool RelocateInstaller(const std::string& firstPiecePath);
+
   // session/InstallWalk.cpp
   void OKBtnClicked();
+  /// Behind notes and agreement: what the user picks, the installation, what was picked, the cleanup.
+  void InstallAll();
   void InfoBtnClicked();
   void ShowInstallinProgress();
 
@@ -73,6 +85,37 @@ class TessarineStubWindow : public Window, public InstallerRecord {
   /// Launches `file`, if any, and removes the archive at `path`.
   void ZipFileDelete(const std::string& path, const std::optional<FolderItem>& file);
 
+  // engine/CombineSplitSetup.cpp
+  /// Joins the pieces of a split set in a new file. False, and nothing of it stays, when a piece can't be
+  /// read or the file not be written; or when the user wants to change no more discs, which ends the run.
+  [[nodiscard]] bool CombineSplitSetup(const std::string& firstPiecePath, const std::string& outputPath);
+  bool SourceFolderIsCD(const std::string& path);
+  void EjectCD();
+
+  // engine/ApplyInstallationPatch.cpp
+  /// Merges the patch folder fTargetFolder into the installation and removes it. Items that fail are told by
+  /// name, and the rest goes on.
+  void ApplyInstallationPatch();
+  /// One level: `relativePath` of the patch folder, without closing "/"; empty at the root. `baseFolder` is
+  /// the installation's path, without closing "/".
+  void ApplyPatchFolder(const FolderItem& folder, const std::string& relativePath,
+                        const std::string& baseFolder);
+
+  // choices/SelectChoiceAndOptions.cpp
+  /// The names of the choice and of the options, these separated by ",". False when the user backed out.
+  bool SelectChoiceAndOptions(std::string& choice, std::string& options);
+
+  // choices/ExpandChoiceAndOptions.cpp
+  /// Puts the archives of what was picked into the target folder, past those that fail; then shows the
+  /// release notes and opens the address at the end. Does nothing without a target folder.
+  void ExpandChoiceAndOptions(const std::string& choice, const std::string& options);
+
+  // choices/DownloadURL.cpp
+  /// Fetches an archive and expands it into `folder`. Meanwhile it lies beside that folder, as `fileName`.
+  /// False, mostly after a message, when it couldn't be fetched, put down or expanded.
+  bool DownloadURL(const std::string& url, const std::string& fileName, const std::string& folder,
+                   bool staged);
+
   // actions/PreInstallCopy.cpp, actions/PostInstallCopy.cpp: the action script
   void PreInstallCopy();
   void PostInstallCopy();
@@ -93,6 +136,7 @@ class TessarineStubWindow : public Window, public InstallerRecord {
 
  private:
   // session/DoStartup.cpp
+  void GoOnAsCopy();
   void Dress();
   void DressPictures();
 
@@ -101,8 +145,23 @@ class TessarineStubWindow : public Window, public InstallerRecord {
   bool PreparePatch();
   bool ClearTheWay();
   bool MayReplaceTarget();
-  bool PutArchiveDown(const std::string& data2Path, const std::string& archivePath);
+  bool PutArchiveDown(const std::string& payloadPath, bool split, const std::string& archivePath);
   void ShowInstallationFailed();
+
+  // engine/CombineSplitSetup.cpp
+  bool JoinPieces(const std::string& firstPiecePath, const FolderItem& output);
+  bool AskForNextDisc();
+
+  // choices/SelectChoiceAndOptions.cpp
+  bool PickChoice(std::string& choice);
+  bool PickOptions(std::string& options);
+
+  // choices/ExpandChoiceAndOptions.cpp
+  bool InstallChoice(const std::string& choice);
+  bool InstallOption(const ListItem& item);
+  bool DownloadOption(const ListItem& item, const ItemPlace& place);
+  void ShowReleaseNotes();
+  void ShowMessage(const std::string& text);
 
   bool fDressed = false;  // the package's content is in the window
 };

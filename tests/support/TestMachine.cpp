@@ -35,6 +35,12 @@ void TestMachine::DoEvents(int milliseconds) {
   Yield();
 }
 
+bool TestMachine::InstalledMemory(std::int64_t& megabytes) {
+  if (!fMemory) return PosixMachine::InstalledMemory(megabytes);
+  megabytes = *fMemory;
+  return true;
+}
+
 bool TestMachine::SystemVersion(std::int64_t& major, std::int64_t& minor) {
   if (fVersion) std::tie(major, minor) = *fVersion;
   return fVersion.has_value();

@@ -28,9 +28,13 @@ class TestMachine : public PosixMachine {
   std::function<void()> fPump;  // what the toolkit does in a wait
   std::string fExecutable;
   std::optional<std::pair<std::int64_t, std::int64_t>> fVersion;
-  std::int64_t fMilliseconds = 0;  // the clock
+  std::int64_t fMilliseconds = 0;       // the clock
+  int fTimerSpeed = 50;                 // of timers, as a multiple of a real one's
+  std::optional<std::int64_t> fMemory;  // installed, in units of 1,000,000 bytes; the real one without
+  int fBeeps = 0;
   std::vector<std::string> fAddresses;
   std::vector<std::string> fLaunched;
+  std::string fDisc;                                        // a folder that counts as a disc
   std::function<std::string(std::int64_t ticks)> fProgram;  // what a program has on the clipboard by then
 
   std::int64_t Ticks() override { return fMilliseconds * 60 / 1000; }
@@ -38,6 +42,7 @@ class TestMachine : public PosixMachine {
   void Yield() override {
     if (fPump) fPump();
   }
+  int TimerPeriod(int milliseconds) override { return milliseconds / fTimerSpeed; }
   std::string ExecutableFile() override { return fExecutable; }
   std::string HomeFolder() override { return fTree.Path("home"); }
   std::string DesktopFolder() override { return fTree.Path("home/Desktop"); }
@@ -48,8 +53,11 @@ class TestMachine : public PosixMachine {
   std::string ClipboardText() override {
     return fProgram ? fProgram(Ticks()) : PosixMachine::ClipboardText();
   }
+  bool InstalledMemory(std::int64_t& megabytes) override;
   bool SystemVersion(std::int64_t& major, std::int64_t& minor) override;
+  void Beep() override { ++fBeeps; }
   void ShowURL(const std::string& address) override { fAddresses.push_back(address); }
+  bool IsDisc(const FolderItem& folder) override { return folder.NativePath() == fDisc; }
   bool Launch(const FolderItem& item) override;
   std::shared_ptr<Expansion> ExpansionOf(const FolderItem& /*archive*/) override { return fExpansion; }
 

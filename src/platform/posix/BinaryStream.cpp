@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <utility>
 
+#include "platform/posix/FileCopy.h"
+
 std::optional<BinaryStream> BinaryStream::Open(const FolderItem& item) {
   const int descriptor = ::open(item.NativePath().c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
   if (descriptor < 0) return std::nullopt;
@@ -89,6 +91,14 @@ bool BinaryStream::WriteAt(std::uint64_t offset, const char* bytes, std::size_t 
     count -= static_cast<std::size_t>(done);
   }
   return true;
+}
+
+bool BinaryStream::WriteAllOf(BinaryStream& source, const std::function<void()>& tick) {
+  const std::uint64_t expected = source.Length();
+  if (!CopyBytes(source.fDescriptor, fDescriptor, tick)) return false;
+  // A medium that gives up can end a file early without an error.
+  const off_t end = ::lseek(source.fDescriptor, 0, SEEK_CUR);
+  return end >= 0 && static_cast<std::uint64_t>(end) >= expected;
 }
 
 bool BinaryStream::Close() {

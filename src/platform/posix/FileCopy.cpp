@@ -37,26 +37,12 @@ bool CopyThroughBuffer(int source, int target, const std::function<void()>& tick
   }
 }
 
-bool CopyData(int source, int target, const std::function<void()>& tick) {
-  while (true) {
-    const ssize_t done = ::copy_file_range(source, nullptr, target, nullptr, kPiece, 0);
-    if (done < 0 && errno == EINTR) continue;
-    // Some pairs of file systems can't, and some virtual files answer with nothing: the plain way
-    // goes on from where both files stand.
-    const bool cannot = done < 0 && (errno == EXDEV || errno == EINVAL || errno == ENOSYS ||
-                                     errno == EOPNOTSUPP || errno == EBADF);
-    if (cannot || done == 0) return CopyThroughBuffer(source, target, tick);
-    if (done < 0) return false;
-    tick();
-  }
-}
-
 bool CopyRegularFile(int source, const struct stat& info, const std::string& target,
                      const std::function<void()>& tick) {
   const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
   Descriptor file(::open(target.c_str(), flags, S_IRUSR | S_IWUSR));
   if (!file) return false;
-  const bool copied = CopyData(source, file.Get(), tick);
+  const bool copied = CopyBytes(source, file.Get(), tick);
   const timespec times[2] = {info.st_atim, info.st_mtim};
   // Some file systems keep neither modes nor times; the data is what counts.
   static_cast<void>(::fchmod(file.Get(), info.st_mode & kPermissions));
@@ -77,6 +63,20 @@ bool CopyLink(const std::string& source, const struct stat& info, const std::str
 }
 
 }  // namespace
+
+bool CopyBytes(int source, int target, const std::function<void()>& tick) {
+  while (true) {
+    const ssize_t done = ::copy_file_range(source, nullptr, target, nullptr, kPiece, 0);
+    if (done < 0 && errno == EINTR) continue;
+    // Some pairs of file systems can't, and some virtual files answer with nothing: the plain way
+    // goes on from where both files stand.
+    const bool cannot = done < 0 && (errno == EXDEV || errno == EINVAL || errno == ENOSYS ||
+                                     errno == EOPNOTSUPP || errno == EBADF);
+    if (cannot || done == 0) return CopyThroughBuffer(source, target, tick);
+    if (done < 0) return false;
+    tick();
+  }
+}
 
 bool CopySingleItem(const std::string& source, const std::string& target, bool keepLink,
                     const std::function<void()>& tick) {

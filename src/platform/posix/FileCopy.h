@@ -9,5 +9,8 @@
 bool CopySingleItem(const std::string& source, const std::string& target, bool keepLink,
                     const std::function<void()>& tick);
 
+/// What is left of the file open as `source`, to the one open as `target`. False on an error of either.
+bool CopyBytes(int source, int target, const std::function<void()>& tick);
+
 /// Permission bits and times of `source` for `target`; neither may be a link.
 void CopyAttributes(const std::string& source, const std::string& target);

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/PosixMachine.h"
 
+#include <linux/magic.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/statfs.h>
 #include <sys/sysinfo.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -84,6 +88,36 @@ int PosixMachine::Execute(const std::string& command) {
     tools = fToolLink;
   }
   return RunShellLine(command, tools, [this] { DoEvents(5); });
+}
+
+int PosixMachine::ExecuteWithInput(const std::string& program, const std::vector<std::string>& arguments,
+                                   const Secret& input) {
+  return RunWithInput(program, arguments, input.View(), [this] { DoEvents(5); });
+}
+
+void PosixMachine::ForbidCoreDumps() {
+  const rlimit none{0, 0};
+  // Either is enough, and both are this process's own to set.
+  static_cast<void>(::setrlimit(RLIMIT_CORE, &none));
+  static_cast<void>(::prctl(PR_SET_DUMPABLE, 0));
+}
+
+bool PosixMachine::IsRunBelow(const FolderItem& folder) {
+  const std::string below = folder.ResolvedPath() + "/";
+  for (const FolderItem& process : FolderItem("/proc").Children()) {
+    std::string program(PATH_MAX, '\0');
+    const std::string link = process.Child("exe").NativePath();
+    const ssize_t length = ::readlink(link.c_str(), program.data(), program.size());
+    if (length > 0 && program.starts_with(below)) return true;
+  }
+  return false;
+}
+
+bool PosixMachine::IsDisc(const FolderItem& folder) {
+  constexpr decltype(statfs::f_type) kUdf = 0x15013346;
+  struct statfs info {};
+  return ::statfs(folder.NativePath().c_str(), &info) == 0 &&
+         (info.f_type == ISOFS_SUPER_MAGIC || info.f_type == kUdf);
 }
 
 bool PosixMachine::Launch(const FolderItem& item) {

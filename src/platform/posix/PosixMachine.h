@@ -29,7 +29,14 @@ class PosixMachine : public Machine {
   std::string ClipboardText() override { return fClipboard; }
   void SetClipboardText(const std::string& text) override { fClipboard = text; }
   void LeaveClipboard() override {}
+  /// Silent without a desktop.
+  void Beep() override {}
   int Execute(const std::string& command) override;
+  int ExecuteWithInput(const std::string& program, const std::vector<std::string>& arguments,
+                       const Secret& input) override;
+  void ForbidCoreDumps() override;
+  bool IsRunBelow(const FolderItem& folder) override;
+  bool IsDisc(const FolderItem& folder) override;
   bool Launch(const FolderItem& item) override;
   std::shared_ptr<Expansion> ExpansionOf(const FolderItem& archive) override;
 

@@ -56,7 +56,8 @@ class SpawnSetup {
     for (const std::string& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
     words.push_back(nullptr);
     pid_t id = -1;
-    const int error = ::posix_spawn(&id, program.c_str(), &fActions, &fAttributes, words.data(), environment);
+    const int error =
+        ::posix_spawnp(&id, program.c_str(), &fActions, &fAttributes, words.data(), environment);
     errno = error;
     return error == 0 ? id : -1;
   }
@@ -95,6 +96,16 @@ int ExitCode(int status) {
   return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : 127;
 }
 
+int WaitFor(pid_t id, const std::function<void()>& wait) {
+  int status = 0;
+  while (true) {
+    const pid_t ended = ::waitpid(id, &status, WNOHANG);
+    if (ended == id) return ExitCode(status);
+    if (ended < 0 && errno != EINTR) return 127;
+    wait();
+  }
+}
+
 }  // namespace
 
 bool StartDetached(const std::string& program, const std::vector<std::string>& arguments) {
@@ -126,14 +137,25 @@ int RunShellLine(const std::string& line, const std::string& toolFolder, const s
     words = {"/proc/self/fd/" + std::to_string(file.Get())};
   }
   const pid_t id = setup.Start("/bin/sh", words, environment.data());
+  return id <= 0 ? 127 : WaitFor(id, wait);
+}
+
+int RunWithInput(const std::string& program, const std::vector<std::string>& arguments,
+                 std::string_view input, const std::function<void()>& wait) {
+  int ends[2] = {-1, -1};
+  if (::pipe2(ends, O_CLOEXEC) != 0) return 127;
+  const Descriptor reading(ends[0]);
+  Descriptor writing(ends[1]);
+  SpawnSetup setup(0);
+  setup.Connect(STDIN_FILENO, reading.Get());
+  setup.Silence(STDOUT_FILENO);
+  setup.Silence(STDERR_FILENO);
+  const pid_t id = setup.Start(program, arguments, environ);
   if (id <= 0) return 127;
-  int status = 0;
-  while (true) {
-    const pid_t ended = ::waitpid(id, &status, WNOHANG);
-    if (ended == id) return ExitCode(status);
-    if (ended < 0 && errno != EINTR) return 127;
-    wait();
-  }
+  // A program that doesn't want it has ended, and tells by its exit code.
+  static_cast<void>(WriteAll(writing.Get(), input));
+  writing = Descriptor();
+  return WaitFor(id, wait);
 }
 
 void StartWithText(const std::string& program, const std::string& text) {

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// Starts `program` (a path) with `arguments` in a session of its own, with no terminal and its
@@ -16,6 +17,11 @@ bool StartDetached(const std::string& program, const std::vector<std::string>& a
 /// path. Calls `wait` while the command runs. The exit code; 128 + the signal for a killed command;
 /// 127 when the shell could not be started.
 int RunShellLine(const std::string& line, const std::string& toolFolder, const std::function<void()>& wait);
+
+/// Runs `program`, found by the search path, with `input` on its standard input, which nothing else holds
+/// but a pipe. Output is discarded. Calls `wait` while it runs. The exit code as RunShellLine's.
+int RunWithInput(const std::string& program, const std::vector<std::string>& arguments,
+                 std::string_view input, const std::function<void()>& wait);
 
 /// Starts `program` in a session of its own, gives it `text` on its standard input and waits up to two
 /// seconds until it answers or ends. It outlives this process.

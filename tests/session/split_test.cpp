@@ -1,0 +1,242 @@
+// SPDX-License-Identifier: MIT
+// Where the installer runs from, and a Payload that comes in pieces.
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "dialogs/Translocation.h"
+#include "package/SplitSet.h"
+#include "session/Relocation.h"
+#include "session/SessionTest.h"
+#include "util/GlobalsKv.h"
+#include "util/Paths.h"
+
+TEST(Location, IsReadFromThePathAlone) {
+  const std::tuple<const char*, const char*, RunsFrom> rows[] = {
+      {"/t/own/1000/", "/t/own/", RunsFrom::OwnCopy},
+      {"/t/own/9999/", "/t/own/", RunsFrom::OwnCopy},
+      {"/t/own/", "/t/own/", RunsFrom::TemporaryFolder},
+      {"/t/own/999/", "/t/own/", RunsFrom::TemporaryFolder},
+      {"/t/own/12345/", "/t/own/", RunsFrom::TemporaryFolder},
+      {"/t/own/12a4/", "/t/own/", RunsFrom::TemporaryFolder},
+      {"/t/own/1000/x/", "/t/own/", RunsFrom::TemporaryFolder},
+      {"/t/own/AppTranslocation/1000/", "/t/own/AppTranslocation/", RunsFrom::TemporaryFolder},
+      {"/backup/t/own/1000/", "/t/own/", RunsFrom::TemporaryFolder},
+      {"/t/owner/1000/", "/t/own/", RunsFrom::Anywhere},
+      {"/media/cd/", "/t/own/", RunsFrom::Anywhere},
+      {"/media/cd/", "", RunsFrom::Anywhere},
+  };
+  for (const auto& [path, temporary, place] : rows) EXPECT_EQ(ReadLocation(path, temporary), place) << path;
+}
+
+TEST(SplitSet, NumberedPiecesComeFirstAndTheirFoldersInTurn) {
+  const struct {
+    std::set<std::string> files;
+    int index;
+    const char* path;
+    bool last;
+  } rows[] = {
+      {{"/a/Data#2", "/a/Data#End"}, 2, "/a/Data#2", false},
+      {{"/a/Data#2", "/a/Data#End"}, 3, "/a/Data#End", true},
+      {{"/a/Data#3"}, 2, "", false},
+      {{"/b/Data#2", "/a/Data#3"}, 2, "/b/Data#2", false},
+      {{"/b/Data#2", "/a/Data#End"}, 2, "/a/Data#End", true},
+      {{"/a/Data#10"}, 10, "/a/Data#10", false},
+      {{"/a/Data#02", "/a/data#2"}, 2, "", false},
+  };
+  for (const auto& row : rows) {
+    const auto piece = FindPiece({"/a/", "/b/"}, row.index,
+                                 [&](const std::string& path) { return row.files.contains(path); });
+    EXPECT_EQ(piece ? piece->path : "", row.path);
+    EXPECT_EQ(piece && piece->last, row.last);
+  }
+  EXPECT_TRUE(IsFolderText("/media/My CD/") && IsFolderText("/"));
+  for (const char* text : {"", "media/", "/media/cd", "/media/cd/\n", "TessarineWait", "/a/\n/b/"})
+    EXPECT_FALSE(IsFolderText(text)) << text;
+}
+
+class Split : public SessionTest {
+ protected:
+  Split() {
+    fPackage.data[2] = "1";
+    fPackage.data[3] = "After";
+    fPackage.payload.clear();
+    fTree.Write("media/Setup.app/Contents/Resources/After", "", 0755);
+    fTree.Write("media/Setup.app/Contents/Resources/Data#1", ScrambledByHand(fWhole).substr(0, 5));
+    fPackage.textData[6] = "|||||||||||||No luck|||Next, please";
+  }
+  /// As if it ran from the copy that an installer on the medium has made.
+  void BeTheCopy() {
+    fPackage.Write(fTree, "media/Setup.app");
+    fs::create_directories(fTree.Path("temporary/1234"));
+    fs::copy(fTree.Path("media/Setup.app"), fTree.Path("temporary/1234/Setup.app"),
+             fs::copy_options::recursive);
+    fMachine.fExecutable = fTree.Path("temporary/1234/Setup.app/Contents/MacOS/TessarineStub");
+    fTree.Write("temporary/1234/Setup.app/Contents/MacOS/eject",
+                "#!/bin/sh\necho x >> " + fTree.Path("ejected") + "\n", 0755);
+  }
+  void Piece(const std::string& name, std::size_t from, std::size_t count = std::string::npos) const {
+    fTree.Write("media/" + name, ScrambledByHand(fWhole).substr(from, count));
+  }
+  void ExpectPrompt(const char* answer, const std::function<void()>& meanwhile = nullptr) {
+    Expect({.window = "MessageText", .press = answer, .look = [meanwhile](QWidget& window) {
+              EXPECT_EQ(Find<QPlainTextEdit>(window, "MessageText").toPlainText(), "Next, please");
+              EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+              if (meanwhile) meanwhile();
+            }});
+  }
+
+  const std::string fWhole = "The whole of the archive, in pieces";
+};
+
+TEST_F(Split, TheInstallerHandsOverToACopyAndDoesNothingMore) {
+  fPackage.textData[30] = "1";
+  fPackage.textData[23] = "option,o.zip,o";
+  for (const char* item :
+       {"1234/Setup.app/left", "12345/kept", "other/kept", "5678/Setup.app/Contents/MacOS/sleep"})
+    fTree.Write(std::string("temporary/") + item, "left", 0755);
+  fs::copy_file("/bin/sleep", fTree.Path("temporary/5678/Setup.app/Contents/MacOS/sleep"),
+                fs::copy_options::overwrite_existing);
+  const pid_t running = ::fork();
+  const std::string sleeper = fTree.Path("temporary/5678/Setup.app/Contents/MacOS/sleep");
+  if (running == 0) {
+    ::execl(sleeper.c_str(), "sleep", "60", nullptr);
+    ::_exit(1);
+  }
+  while (!fMachine.IsRunBelow(FolderItem(fTree.Path("temporary/5678")))) ::usleep(1000);
+  ExpectInstallPressed();
+  Expect({.window = "Select Options", .press = "ContinueBtn"});
+  Run();
+  ::kill(running, SIGKILL);
+  ::waitpid(running, nullptr, 0);
+  ASSERT_EQ(fMachine.fLaunched.size(), 1U) << "neither an archive nor the program afterwards";
+  const fs::path program = fMachine.fLaunched.front();
+  EXPECT_TRUE(program.string().ends_with("/Setup.app/Contents/MacOS/TessarineStub"));
+  const fs::path copy = program.parent_path().parent_path().parent_path();
+  EXPECT_EQ(copy.filename(), "Setup.app");
+  EXPECT_EQ(ReadLocation(copy.parent_path().string() + "/", fTree.Path("temporary/")), RunsFrom::OwnCopy);
+  const std::string name = "temporary/" + copy.parent_path().filename().string();
+  EXPECT_EQ(fTree.Look(name + "/Setup.app"), fTree.Look("media/Setup.app"));
+  EXPECT_EQ(fMachine.ClipboardText(), fTree.Path("media/"));
+  EXPECT_EQ(fTree.Look(name)["SourceFolder"], "file 600 " + fTree.Path("media/"));
+  EXPECT_FALSE(fTree.Has("temporary/1234")) << "left by an earlier run";
+  EXPECT_TRUE(fTree.Has("temporary/12345/kept") && fTree.Has("temporary/other/kept") &&
+              fTree.Has("temporary/5678"));
+  EXPECT_EQ(fTree.Look("Applications"), Contents{});
+
+  fs::remove_all(fTree.Path("temporary"));
+  fTree.Write("temporary", "no folder");
+  fMachine.fLaunched.clear();
+  ExpectInstallPressed();
+  Expect({.window = "Select Options", .press = "ContinueBtn"});
+  fScript.ExpectMessage("No luck");
+  Run();
+  EXPECT_TRUE(fMachine.fLaunched.empty());
+}
+
+TEST_F(Split, TheCopyJoinsThePiecesWhereverItWasToldOfThem) {
+  const std::pair<std::string, std::string> rows[] = {{fTree.Path("media/"), ""},
+                                                      {"a text of the user's", fTree.Path("media/")},
+                                                      {fTree.Path("home/"), fTree.Path("media/")}};
+  Piece("Data#2", 5, 10);
+  Piece("Data#3", 15, 0);
+  Piece("Data#End", 15);
+  fMachine.fDisc = fTree.Path("media");
+  BeTheCopy();
+  int seen = 0;
+  fMachine.fPump = [&] {
+    for (QWidget* window : QApplication::topLevelWidgets())
+      if (window->isVisible() && window->findChild<QWidget*>(kMain) != nullptr) {
+        EXPECT_EQ(Shown(*window)["MessageLabel"], "Install in Progress...");
+        EXPECT_FALSE(Find<QPushButton>(*window, kMain).isEnabled());
+        ++seen;
+      }
+    fToolkit.DoEvents(0);
+  };
+  for (const auto& [clipboard, note] : rows) {
+    fMachine.SetClipboardText(clipboard);
+    if (!note.empty()) fTree.Write("temporary/1234/SourceFolder", note, 0600);
+    fTree.Write("Applications/Demo.zip", "stale");
+    RunFromDisk(clipboard);
+    EXPECT_EQ(fTree.Look("Applications"),
+              (Contents{{"Demo", "folder 755"}, {"Demo/content", "file 644 " + fWhole}}));
+    fs::remove_all(fTree.Path("Applications/Demo"));
+  }
+  EXPECT_GT(seen, 0) << "the user sees it at work";
+  // Once for each piece of the three runs; what the first one came from is known by the first folder named.
+  EXPECT_EQ(fTree.Read("ejected").size() / 2, 4U + 4U + 3U);
+}
+
+TEST_F(Split, DiscsAreAskedForUntilTheUserHasNoMore) {
+  BeTheCopy();
+  fMachine.SetClipboardText(fTree.Path("media/"));
+  Piece("Data#3", 15, 5);
+  ExpectPrompt("Btn2");
+  ExpectPrompt("Btn2", [this] {
+    Piece("Data#2", 5, 10);
+    fs::remove(fTree.Path("media/Data#3"));
+  });
+  ExpectPrompt("Btn2", [this] {
+    fs::remove(fTree.Path("media/Data#2"));
+    Piece("Data#End", 15);
+  });
+  RunFromDisk();
+  EXPECT_EQ(fTree.Read("Applications/Demo/content"), fWhole);
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+
+  fs::remove_all(fTree.Path("Applications/Demo"));
+  fs::remove(fTree.Path("media/Data#End"));
+  fMachine.fLaunched.clear();
+  fPackage.textData[30] = "1";
+  ExpectPrompt("Btn3");
+  RunFromDisk();
+  EXPECT_EQ(fTree.Look("Applications"), Contents{});
+  EXPECT_TRUE(fMachine.fLaunched.empty()) << "no archive, no program, no cleanup";
+
+  // A piece that can't be read.
+  fTree.Folder("media/Data#2");
+  fScript.ExpectMessage("No luck");
+  RunFromDisk();
+  EXPECT_EQ(fTree.Look("Applications"), Contents{});
+}
+
+TEST_F(Split, AStartFromTheTemporaryFolderEndsWithAWord) {
+  fPackage.Write(fTree, "temporary/AppTranslocation/Setup.app");
+  fMachine.fExecutable = fTree.Path("temporary/AppTranslocation/Setup.app/Contents/MacOS/TessarineStub");
+  fScript.ExpectMessage("Drag the installer out of the Downloads folder before running it.");
+  RunInVain();
+}
+
+TEST_F(Split, AMovedProgramHasItsMarkTakenOffByTheUser) {
+  const std::string path = fTree.Path("bin") + ":" + std::getenv("PATH");
+  fTree.Write("bin/sudo",
+              "#!/bin/sh\nprintf '%s\\n' \"$@\" > " + fTree.Path("words") + "\ncat > " + fTree.Path("input") +
+                  "\ncat /proc/self/environ /proc/self/cmdline > " + fTree.Path("seen") + "\n",
+              0755);
+  const std::string before = std::getenv("PATH");
+  ::setenv("PATH", path.c_str(), 1);
+  fMachine.fExecutable = "/x/AppTranslocation/y/Setup.app/Contents/MacOS/Stub";
+  ViewConst::gTranslocated = PoseTranslocation;
+  for (const char* answer : {"OKBtn", "CancelBtn"}) {
+    fs::remove(fTree.Path("words"));
+    GlobalsKv::gIgnoreTranslocationError = false;
+    Expect({.window = "Gatekeeper Translocation Issue", .press = answer, .look = [](QWidget& window) {
+              EXPECT_EQ(window.size(), QSize(600, 237));
+              auto& field = Find<QLineEdit>(window, "AppPathEdit");
+              EXPECT_EQ(field.placeholderText(), "/Applications/AppFolder/AppName.app");
+              field.setText("-rf \"$(touch x)\" `y`.app");
+              Find<QLineEdit>(window, "AdminPasswordEdit").setText("it's \"se$cret\" \u00E9");
+              EXPECT_TRUE(Find<QPushButton>(window, "OKBtn").isDefault());
+              EXPECT_TRUE(Shown(window)["Label1"].starts_with("Gatekeeper is blocking"));
+            }});
+    TestApplication().Run([] { EXPECT_EQ(ViewConst::GetApplicationPath(), "/x/AppTranslocation/y/"); });
+    EXPECT_EQ(fScript.TakeProblems(), "");
+    if (answer == std::string("CancelBtn")) continue;
+    EXPECT_EQ(fTree.Read("words"), "-S\nxattr\n-r\n-d\ncom.apple.quarantine\n./-rf \"$(touch x)\" `y`.app\n");
+    EXPECT_EQ(fTree.Read("input"), "it's \"se$cret\" \u00E9");
+    EXPECT_EQ(fTree.Read("seen").find("se$cret"), std::string::npos);
+  }
+  EXPECT_FALSE(fTree.Has("words")) << "cancelled";
+  GlobalsKv::gIgnoreTranslocationError = true;
+  EXPECT_EQ(ViewConst::GetApplicationPath(), "/x/AppTranslocation/y/");
+  ::setenv("PATH", before.c_str(), 1);
+}
