@@ -5,7 +5,7 @@
 #include <QNetworkAccessManager>
 #include <QNetworkProxy>
 #include <QNetworkReply>
-#include <algorithm>
+#include <memory>
 #include <new>
 
 #include "platform/qt/NativeRequest.h"
@@ -49,7 +49,7 @@ class NetworkRequest final : public QObject, public NativeRequest {
     request.setRawHeader("Accept-Encoding", "identity");
     for (const auto& [name, value] : parts.headers)
       request.setRawHeader(QByteArray::fromStdString(name), QByteArray::fromStdString(value));
-    fClient = new QNetworkAccessManager;
+    fClient = std::make_unique<QNetworkAccessManager>();
     fClient->setProxyFactory(new DesktopProxies);
     fReply = parts.method == "POST" ? fClient->post(request, QByteArray::fromStdString(parts.content))
                                     : fClient->get(request);
@@ -97,36 +97,35 @@ class NetworkRequest final : public QObject, public NativeRequest {
     const qint64 stated = StatedLength();
     if (stated >= 0 && static_cast<std::uint64_t>(stated) != fContent.Size())
       return Fail("The content isn't as long as stated");
-    RequestOutcome outcome{"", fReply->url().toEncoded().toStdString(), status, std::move(fContent)};
-    Drop();
-    Tell(std::move(outcome));
+    End({"", fReply->url().toEncoded().toStdString(), status, std::move(fContent)});
   }
 
-  /// By way of the event loop: who is told may destroy this object.
-  void Fail(std::string why) {
+  void Fail(std::string why) { End({std::move(why), "", 0, {}}); }
+
+  /// By way of the event loop: who is told may destroy this object, and the client is at work.
+  void End(RequestOutcome outcome) {
     Drop();
-    const auto tell = [this, reason = std::move(why)] { Tell({reason, "", 0, {}}); };
-    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+    fOutcome = std::move(outcome);
+    QMetaObject::invokeMethod(this, &NetworkRequest::Tell, Qt::QueuedConnection);
   }
 
-  void Tell(RequestOutcome outcome) {
+  void Tell() {
     const RequestEnd end = std::exchange(fEnd, nullptr);
-    if (end) end(std::move(outcome));
+    if (end) end(std::move(fOutcome));
   }
 
-  /// Ends the connection; the reply's own slots may be running.
   void Drop() {
     QNetworkReply* reply = std::exchange(fReply, nullptr);
     if (reply == nullptr) return;
     reply->disconnect(this);
     reply->abort();
-    fClient->deleteLater();
   }
 
   const std::uint64_t fBound;
   RequestEnd fEnd;
+  RequestOutcome fOutcome;
   // A client for each request: its connections end with it, also those that nothing is received from.
-  QNetworkAccessManager* fClient = nullptr;
+  std::unique_ptr<QNetworkAccessManager> fClient;
   QNetworkReply* fReply = nullptr;  // the client's; none before the request is made and once it is dropped
   MemoryBlock fContent;
 };
