@@ -10,8 +10,8 @@
 #include <fstream>
 #include <vector>
 
+#include "BareMachine.h"
 #include "choices/MergeStaging.h"
-#include "platform/posix/PosixMachine.h"
 #include "util/GlobalsKv.h"
 
 namespace {
@@ -19,17 +19,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kItems = 10'000;
-
-/// A machine without windows.
-class BareMachine : public PosixMachine {
- public:
-  void DoEvents(int /*milliseconds*/) override {}
-  void Yield() override {}
-  void ShowURL(const std::string& /*address*/) override {}
-
- protected:
-  bool OpenDocument(const FolderItem& /*item*/) override { return false; }
-};
 
 void Fill(const fs::path& folder) {
   fs::create_directories(folder);
@@ -65,8 +54,7 @@ double TimeRenames(const fs::path& root) {
 int main(int argc, char** argv) {
   if (argc != 2) return 2;
   GlobalsKv::KvAppInit();
-  BareMachine machine;
-  Machine::Install(&machine);
+  const BareMachine machine;
   const fs::path root = fs::path(argv[1]) / "merge";
   for (const bool over : {false, true}) {
     for (double (*timed)(const fs::path&) : {TimeMerge, TimeRenames}) {
