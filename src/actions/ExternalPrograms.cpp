@@ -3,6 +3,7 @@
 #include "actions/ExternalPrograms.h"
 
 #include "actions/Specifiers.h"
+#include "package/SplitSet.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 #include "platform/Shell.h"
@@ -46,8 +47,8 @@ std::vector<std::string> ScriptLines(std::string_view text) {
 }
 
 bool TessarineStubWindow::SpecialPath(std::string& path) {
-  const std::optional<ResolvedSpecifier> resolved = ResolveSpecifier(
-      path, {Machine::Current().HomeFolder(), fTargetFolder, ViewConst::GetApplicationPath()});
+  const std::optional<ResolvedSpecifier> resolved =
+      ResolveSpecifier(path, {Machine::Current().HomeFolder(), fTargetFolder, StartedFrom()});
   if (!resolved) return false;
   Machine::Current().SetClipboardText(resolved->clipboard);
   path = resolved->path;

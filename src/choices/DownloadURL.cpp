@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 // An option's archive from the web: fetched, put down for as long as it is expanded, expanded.
+#include <algorithm>
+
 #include "http/Requests.h"
 #include "platform/BinaryStream.h"
 #include "platform/Dialogs.h"
+#include "platform/Machine.h"
 #include "session/TessarineStubWindow.h"
 #include "util/Archives.h"
 #include "util/Files.h"
@@ -38,7 +41,12 @@ bool PutDown(const std::string& body, const FolderItem& archive) {
   if (archive.Exists() && !archive.IsFile()) return false;
   std::optional<BinaryStream> file = BinaryStream::Create(archive);
   if (!file) return false;
-  const bool written = file->Write(body);
+  constexpr std::size_t kPiece = 4U << 20;
+  bool written = true;
+  for (std::size_t at = 0; written && at < body.size(); at += kPiece) {
+    written = file->Write(body.data() + at, std::min(kPiece, body.size() - at));
+    Machine::Current().Yield();
+  }
   if (file->Close() && written) return true;
   static_cast<void>(archive.Delete());  // half an archive; why it failed is told
   return false;

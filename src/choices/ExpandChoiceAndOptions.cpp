@@ -4,11 +4,13 @@
 #include "choices/ItemPlace.h"
 #include "choices/MergeStaging.h"
 #include "dialogs/NoteDialogs.h"
+#include "platform/Application.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 #include "session/TessarineStubWindow.h"
 #include "util/Archives.h"
 #include "util/Files.h"
+#include "util/OpenedFolder.h"
 #include "util/Paths.h"
 #include "util/Places.h"
 
@@ -24,8 +26,12 @@ std::optional<ItemPlace> PlaceOf(const ListItem& item, const std::string& target
                                  const std::string& suffix) {
   std::optional<ItemPlace> place = PlanItem(targetFolder, item.target, suffix, ViewConst::DirectoryExists);
   if (!place) return std::nullopt;
+  const std::string target = FolderItem(targetFolder).ResolvedPath();
   const std::string lands = FolderItem(place->FinalFolder()).ResolvedPath();
-  return ViewConst::LiesIn(lands, FolderItem(targetFolder).ResolvedPath()) ? place : std::nullopt;
+  const std::string beside = FolderItem(place->expansionFolder).Parent().ResolvedPath();
+  // The staging folder of the target folder itself is the only one that stands outside.
+  const bool inside = ViewConst::LiesIn(beside, target) || place->mergeFolder == targetFolder;
+  return inside && ViewConst::LiesIn(lands, target) ? place : std::nullopt;
 }
 
 void TellOfFailedMove(const std::string& path) {
@@ -46,13 +52,15 @@ void TessarineStubWindow::ExpandChoiceAndOptions(const std::string& choice, cons
       if (!InstallOption(item)) MessageBox("Install failed for option " + item.name);
   }
   ShowReleaseNotes();
-  if (!fCompletionURL.empty()) Machine::Current().ShowURL(fCompletionURL);
+  if (!fCompletionURL.empty() && !Application::Quitting()) Machine::Current().ShowURL(fCompletionURL);
 }
 
 bool TessarineStubWindow::InstallChoice(const std::string& choice) {
   const std::optional<ListItem> item = ChosenItem(ParseItems(fInstallChoices), choice);
   const std::optional<ItemPlace> place = item ? PlaceOf(*item, fTargetFolder, kChoiceSuffix) : std::nullopt;
-  if (!place || !ViewConst::ZipFileToFolder(ArchivePath(*item), place->expansionFolder, true)) return false;
+  if (!place) return false;
+  const ViewConst::OpenedFolder opened(FolderItem(place->expansionFolder).Parent());
+  if (!ViewConst::ZipFileToFolder(ArchivePath(*item), place->expansionFolder, true)) return false;
   if (place->Staged()) MergeStaging(*place, TellOfFailedMove);
   return true;
 }
@@ -60,6 +68,7 @@ bool TessarineStubWindow::InstallChoice(const std::string& choice) {
 bool TessarineStubWindow::InstallOption(const ListItem& item) {
   const std::optional<ItemPlace> place = PlaceOf(item, fTargetFolder, kOptionSuffix);
   if (!place) return false;
+  const ViewConst::OpenedFolder opened(FolderItem(place->expansionFolder).Parent());
   const bool expanded = IsWebSource(item.source)
                             ? DownloadOption(item, *place)
                             : ViewConst::ZipFileToFolder(ArchivePath(item), place->expansionFolder, true);

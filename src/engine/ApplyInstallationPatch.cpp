@@ -7,6 +7,7 @@
 #include "util/Clock.h"
 #include "util/Files.h"
 #include "util/GlobalsKv.h"
+#include "util/OpenedFolder.h"
 #include "util/Paths.h"
 #include "util/Places.h"
 #include "util/Rights.h"
@@ -37,14 +38,16 @@ bool RemovePatchFolder(const std::string& folder) {
 
 /// Brings a file or a link to its place, or takes away what stands there.
 bool ApplyItem(const FolderItem& item, bool deletes, const std::string& target) {
+  const FolderItem folder = FolderItem(target).Parent();
+  const ViewConst::OpenedFolder opened(folder);
   if (!deletes) {
-    const FolderItem folder = FolderItem(target).Parent();
     if (!folder.Exists()) ViewConst::ForceDirectories(folder.NativePath(), false);
     return ViewConst::CopyFileB(item.NativePath(), target);
   }
   // The marker of a file means no folder that holds something.
+  if (DirectoryExists(target) && !FolderItem(target).Alias()) return true;
   ViewConst::DeleteFile(target);
-  return true;
+  return !ViewConst::FileExists(target);
 }
 
 }  // namespace
@@ -69,7 +72,9 @@ void TessarineStubWindow::ApplyPatchFolder(const FolderItem& folder, const std::
   // Links that stand in the installation may lead about in it, but not out of it.
   const bool inside =
       ViewConst::LiesIn(FolderItem(place).ResolvedPath(), FolderItem(baseFolder).ResolvedPath());
-  for (const FolderItem& item : folder.Children()) {
+  const std::optional<std::vector<FolderItem>> items = folder.List();
+  if (!items) MessageBox("Patch Failed: " + place);
+  for (const FolderItem& item : items.value_or(std::vector<FolderItem>())) {
     const auto [name, deletes] = ReadPatchName(item.Name());
     const std::string target = place + "/" + name;
     const bool isFolder = item.Directory() && !item.Alias();
@@ -79,7 +84,9 @@ void TessarineStubWindow::ApplyPatchFolder(const FolderItem& folder, const std::
     } else if (taken && (!inside || IsNoName(name))) {
       MessageBox("Patch Failed: " + target);
     } else if (isFolder) {
+      const ViewConst::OpenedFolder opened((FolderItem(place)));
       if (DirectoryExists(target)) ViewConst::DeleteFolderOrApp(target);
+      if (DirectoryExists(target)) MessageBox("Patch Failed: " + target);
     } else if (taken && !ApplyItem(item, deletes, target)) {
       MessageBox("Patch Failed: " + target);
     }

@@ -48,9 +48,10 @@ bool TessarineStubWindow::JoinPieces(const std::string& firstPiecePath, const Fo
   const std::vector<std::string> folders = SourceFolders();
   std::optional<BinaryStream> archive = BinaryStream::Create(output);
   if (!archive || !Append(firstPiecePath, *archive)) return false;
-  if (!folders.empty() && SourceFolderIsCD(folders.front())) EjectCD();
   for (int index = 2;; ++index) {
     std::optional<FoundPiece> piece = FindPiece(folders, index, ViewConst::FileExists);
+    // The first piece came from the bundle, which lay where the others are, or on a disc that goes now.
+    if (index == 2 && !folders.empty()) EjectIfDisc(piece ? piece->folder : folders.front());
     while (!piece) {
       if (!AskForNextDisc()) {
         Application::Quit(0);
@@ -59,7 +60,7 @@ bool TessarineStubWindow::JoinPieces(const std::string& firstPiecePath, const Fo
       piece = FindPiece(folders, index, ViewConst::FileExists);
     }
     if (!Append(piece->path, *archive)) return false;
-    if (SourceFolderIsCD(piece->folder)) EjectCD();
+    EjectIfDisc(piece->folder);
     if (piece->last) return archive->Close();
     KeepWindowsAlive();
   }
@@ -74,6 +75,12 @@ bool TessarineStubWindow::SourceFolderIsCD(const std::string& path) {
   return Machine::Current().IsDisc(FolderItem(path));
 }
 
+void TessarineStubWindow::EjectIfDisc(const std::string& folder) {
+  fDisc = folder;
+  if (SourceFolderIsCD(folder)) EjectCD();
+}
+
 void TessarineStubWindow::EjectCD() {
-  Shell().Execute("eject");
+  // Which device it is the program finds out by itself; without it the user presses the button.
+  Shell().Execute("eject " + FolderItem(fDisc).ShellPath());
 }

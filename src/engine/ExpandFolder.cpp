@@ -3,13 +3,11 @@
 // is told to the user where it happens.
 #include "dialogs/YesNoDialog.h"
 #include "engine/Target.h"
-#include "package/Scrambling.h"
 #include "package/SplitSet.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 #include "session/TessarineStubWindow.h"
-#include "util/Clock.h"
 #include "util/Files.h"
 #include "util/GlobalsKv.h"
 #include "util/Paths.h"
@@ -35,52 +33,55 @@ bool IsSafeTarget(const std::string& parent, const std::string& target) {
 void TessarineStubWindow::ExpandFolder() {
   InfoBtn.SetVisible(false);
   const FolderItem resources = ViewConst::ResourceFolder();
-  std::string payloadPath;
-  bool split = false;
+  Payload payload;
   std::optional<FolderItem> afterProgram;
   if (resources.Directory()) {
-    split = resources.Child(kFirstPiece).Exists();
-    payloadPath = resources.Child(split ? kFirstPiece : "Data2").NativePath();
+    payload.split = resources.Child(kFirstPiece).Exists();
+    payload.path = resources.Child(payload.split ? kFirstPiece : "Data2").NativePath();
     if (!fExecuteAfterName.empty()) afterProgram = resources.Child(fExecuteAfterName);
   }
-  if (split && RelocateInstaller(payloadPath)) {
+  if (payload.split && RelocateInstaller(payload.path)) {
     Application::Quit(0);
     return;
   }
   PreInstallCopy();
-  const std::optional<std::string> archivePath = SettleTarget();
-  if (!archivePath) return;
+  const std::optional<Target> target = SettleTarget();
+  if (!target || Application::Quitting()) return;
+  payload.archiveName = target->archiveName;
   if (fInstallationPatch && !PreparePatch()) return;
   // Without a Payload there is nothing to take the old installation's place.
-  const bool hasPayload = !payloadPath.empty() && FolderItem(payloadPath).Length() > 0;
-  if (hasPayload && !ClearTheWay()) return;
-  const bool putDown = PutArchiveDown(payloadPath, split, *archivePath);
-  if (Application::Quitting()) return;
-  EncryptDecryptFileEnd(*archivePath, false);
-  // A folder of that name is somebody else's.
-  const std::optional<FolderItem> archive = GlobalsKv::MyGetFolderItem(*archivePath);
-  if (archive && !archive->Directory()) {
-    archive->Launch(true);
-    // A copy that failed has been told already.
-    if (!ZipFileProcess(*archivePath, *archive) && putDown) ShowInstallationFailed();
+  if (payload.path.empty() || FolderItem(payload.path).Length() == 0) {
+    ShowInstallationFailed("The package holds no software.");
+  } else {
+    if (!MayTakeThePlace()) return;
+    // A failure has been told; the publisher's actions follow all the same. Behind a success no archive of
+    // that name is left; a folder is somebody else's.
+    if (InstallPayload(payload) && !DirectoryExists(target->archive)) ViewConst::DeleteFile(target->archive);
   }
+  if (Application::Quitting()) return;
   if (fInstallationPatch) ApplyInstallationPatch();
   PostInstallCopy();
-  ZipFileDelete(*archivePath, afterProgram);
+  StartAfterProgram(afterProgram);
+}
+
+/// One that lies in the package is launched a second time, to be heard.
+void TessarineStubWindow::StartAfterProgram(std::optional<FolderItem> program) {
+  ZipFileDelete("", program);
   if (SpecialPath(fExecuteAfterName) && ViewConst::FileExists(fExecuteAfterName))
-    afterProgram = GlobalsKv::MyGetFolderItem(fExecuteAfterName);
-  if (!afterProgram) return;
-  afterProgram->Launch(true);
+    program = GlobalsKv::MyGetFolderItem(fExecuteAfterName);
+  if (!program) return;
+  program->Launch(true);
   // An abort has been shown to the user; there is nothing left to stop.
   static_cast<void>(CommunicateWithExecutable());
 }
 
-void TessarineStubWindow::ShowInstallationFailed() {
-  MessageBox(CustomLabel("Installation Failed", LabelText(13)));
+void TessarineStubWindow::ShowInstallationFailed(const std::string& reason) {
+  const std::string text = CustomLabel("Installation Failed", LabelText(13));
+  MessageBox(reason.empty() ? text : text + gLineBreak + gLineBreak + reason);
 }
 
-/// Makes fTargetFolder a full path. The archive's path, or none when there is no usable target.
-std::optional<std::string> TessarineStubWindow::SettleTarget() {
+/// Makes fTargetFolder a full path. None when there is no usable target.
+std::optional<Target> TessarineStubWindow::SettleTarget() {
   const std::string name = fTargetFolder;
   fTargetFolder.clear();
   if (!ViewConst::IsInnerName(name)) {
@@ -88,15 +89,15 @@ std::optional<std::string> TessarineStubWindow::SettleTarget() {
     return std::nullopt;
   }
   const std::string parent = fApplicationFolder ? ViewConst::MyAbsolutePath(ViewConst::GetApplicationFolder())
-                                                : SelectTargetFolder(ViewConst::GetApplicationPath(), true);
+                                                : SelectTargetFolder(StartedFrom(), true);
   if (parent.empty()) return std::nullopt;
-  const Target target = PlanTarget(parent, name);
+  Target target = PlanTarget(parent, name);
   if (!IsSafeTarget(parent, fInstallationPatch ? target.folder + "Patch" : target.folder)) {
     ShowInstallationFailed();
     return std::nullopt;
   }
   fTargetFolder = target.folder;
-  return target.archive;
+  return target;
 }
 
 /// A patch needs its installation, and works on a folder of its own beside it.
@@ -126,34 +127,18 @@ bool TessarineStubWindow::MayReplaceTarget() {
   return dialog.fBtnName == dialog.OKBtn.Name();
 }
 
-/// Deletes an earlier installation. False when it must stay, or can't be deleted.
-bool TessarineStubWindow::ClearTheWay() {
-  if (!DirectoryExists(fTargetFolder)) return true;
+/// Asks for the place of an earlier installation. False when that must stay, or can't be deleted: nothing has
+/// been touched then.
+bool TessarineStubWindow::MayTakeThePlace() {
+  if (!DirectoryExists(fTargetFolder)) {
+    if (!ViewConst::FileExists(fTargetFolder) || FolderItem(fTargetFolder).Alias()) return true;
+    ShowInstallationFailed("A file stands in the place of the folder: " + fTargetFolder + ".");
+    return false;
+  }
   if (!MayReplaceTarget()) return false;
-  ViewConst::DeleteFolderOrApp(fTargetFolder);
-  ShowInstallinProgress();
-  Machine::Current().DoEvents(1);
-  // Somebody else may be at work in the folder: time first, then the user.
-  for (const int seconds : {1, 3})
-    if (DirectoryExists(fTargetFolder)) ViewConst::Sleep(seconds);
-  if (!DirectoryExists(fTargetFolder)) return true;
+  if (FolderItem(fTargetFolder).CanBeDeleted()) return true;
   MessageBox("Install Aborted" + gLineBreak + gLineBreak +
              "Unable to delete existing installed folder.  Reboot the computer and try again or manually "
              "delete the previously installed application folder.");
-  return false;
-}
-
-/// Copies or joins the scrambled Payload where it is expanded. False when that failed, after a message, or
-/// when the user ended the run.
-bool TessarineStubWindow::PutArchiveDown(const std::string& payloadPath, bool split,
-                                         const std::string& archivePath) {
-  ShowInstallinProgress();
-  ViewConst::DeleteFile(archivePath);
-  if (split ? CombineSplitSetup(payloadPath, archivePath) : ViewConst::CopyFile(payloadPath, archivePath))
-    return true;
-  if (Application::Quitting()) return false;
-  // Half an archive is of no use to anybody and takes room on a disk that may be full.
-  ViewConst::DeleteFile(archivePath);
-  ShowInstallationFailed();
   return false;
 }

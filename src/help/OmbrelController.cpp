@@ -47,7 +47,7 @@ void OmbrelController::Init(const std::string& viewerPath, const std::string& he
 }
 
 bool OmbrelController::CheckFile(const std::string& path) {
-  return ViewConst::FileExists(FromApplication(path));
+  return !path.empty() && ViewConst::FileExists(FromApplication(path));
 }
 
 void OmbrelController::ShowHelpFileAndTopic(const std::string& file, const std::string& topic) {

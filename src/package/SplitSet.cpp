@@ -16,8 +16,8 @@ constexpr unsigned kOwnerOnly = 0600;
 
 std::optional<FoundPiece> FindPiece(const std::vector<std::string>& folders, int index,
                                     const std::function<bool(const std::string&)>& exists) {
-  for (const std::string& folder : folders) {
-    for (const bool last : {false, true}) {
+  for (const bool last : {false, true}) {
+    for (const std::string& folder : folders) {
       const std::string path = folder + "Data#" + (last ? "End" : std::to_string(index));
       if (exists(path)) return FoundPiece{folder, path, last};
     }
@@ -35,6 +35,11 @@ void WriteSourceFolderNote(const std::string& copyFolder, const std::string& sou
   std::optional<BinaryStream> file = BinaryStream::Create(note);
   // The clipboard tells as well; where neither does, the user is asked.
   if (file && note.SetPermissions(kOwnerOnly)) static_cast<void>(file->Write(sourceFolder));
+}
+
+std::string StartedFrom() {
+  const std::string noted = ReadSourceFolderNote();
+  return IsFolderText(noted) ? noted : ViewConst::GetApplicationPath();
 }
 
 std::string ReadSourceFolderNote() {

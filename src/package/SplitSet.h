@@ -16,7 +16,7 @@ struct FoundPiece {
 };
 
 /// The piece number `index`, from 2, in the first of `folders` (with closing "/") that holds it. Where none
-/// of the folder's pieces has that number, its last piece is the next one. None when no folder holds either.
+/// of them does, the last piece is the next one. None when no folder holds either.
 std::optional<FoundPiece> FindPiece(const std::vector<std::string>& folders, int index,
                                     const std::function<bool(const std::string&)>& exists);
 
@@ -28,3 +28,6 @@ bool IsFolderText(const std::string& text);
 void WriteSourceFolderNote(const std::string& copyFolder, const std::string& sourceFolder);
 /// Of the running copy; empty where there is none, or one that isn't this user's.
 std::string ReadSourceFolderNote();
+
+/// The folder, with closing "/", that the user has started the installer from, also for a copy of it.
+std::string StartedFrom();

@@ -135,7 +135,8 @@ class TextField : public Control {
   TextField(Window& window, std::string name, const Rect& place, const std::string& hint = "");
   std::string Text() const;
   void SetText(const std::string& text);
-  /// The text, of which the field keeps nothing, nor any way to bring it back.
+  /// The text, which the field shows no more; what it stood in is overwritten. The toolkit may have written
+  /// single letters elsewhere: see Machine::ForbidCoreDumps.
   Secret TakeSecret();
 };
 

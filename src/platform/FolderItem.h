@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,10 +23,13 @@ class FolderItem {
   FolderItem Child(const std::string& name) const;
   /// The path with every link and ".." resolved, as far as it exists. realpath(3)
   std::string ResolvedPath() const;
-  /// The items of a folder as they are (links not followed), in the file system's order.
   /// The absolute path with the links on the way resolved, but not one of the item's own name.
   std::string Place() const;
-  std::vector<FolderItem> Children() const;
+  /// The items of a folder as they are (links not followed), in the file system's order. None where the
+  /// folder can't be read to its end.
+  std::optional<std::vector<FolderItem>> List() const;
+  /// The same for callers to whom a folder that can't be read is an empty one.
+  std::vector<FolderItem> Children() const { return List().value_or(std::vector<FolderItem>()); }
 
   /// True also for a link that leads nowhere: the name is taken.
   bool Exists() const;
@@ -66,6 +70,14 @@ class FolderItem {
   /// Deletes the item with all that it holds. Walks by folder descriptors: no link is followed, no
   /// depth is too deep, and folders without write permission are opened up for their owner first.
   bool DeleteTree() const;
+  /// May the item be deleted with all that it holds, as far as can be known without trying? Not where a disk
+  /// is mounted in it, something in it is immutable, or a folder in it belongs to somebody else.
+  bool CanBeDeleted() const;
+  /// Bytes that the disk gets back when the item goes with all that it holds.
+  std::uint64_t RoomTaken() const;
+  /// Bytes that this user can still write to the folder's file system; the largest number where it doesn't
+  /// tell.
+  std::uint64_t RoomLeft() const;
   /// chmod(2) that follows no link. `mode` holds permission bits only; false for a link.
   bool SetPermissions(unsigned mode) const;
   /// Permission bits, or 0 when the item is missing.

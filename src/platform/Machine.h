@@ -21,6 +21,15 @@ class Expansion {
   virtual double Done() const = 0;
   /// Meaningful once Running() is false.
   virtual bool Succeeded() const = 0;
+  /// Of a failure: one sentence; empty where it isn't known.
+  virtual std::string Reason() const = 0;
+};
+
+/// What is known of an archive before it is expanded.
+struct ArchiveLook {
+  bool accepted = false;
+  std::string reason{};     // why not, in one sentence
+  std::uint64_t bytes = 0;  // of what it holds, unpacked
 };
 
 class Machine {
@@ -82,6 +91,10 @@ class Machine {
   virtual bool Launch(const FolderItem& item) = 0;
   /// The expansion that Launch started for this archive; none when its handler can't be watched.
   virtual std::shared_ptr<Expansion> ExpansionOf(const FolderItem& archive) = 0;
+
+  /// Judges an archive as a package stores it, scrambled, where it lies: its structure, or with `everyByte`
+  /// all of its content. Nothing is written.
+  virtual ArchiveLook LookAtArchive(const FolderItem& archive, bool everyByte) = 0;
 
   static Machine& Current();
   /// Makes `machine` the current one; the caller keeps it alive as long as it is.

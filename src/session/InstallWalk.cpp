@@ -37,7 +37,7 @@ void TessarineStubWindow::InstallAll() {
   // A copy has taken over, or the user had no further disc.
   if (Application::Quitting()) return;
   ExpandChoiceAndOptions(choice, options);
-  Cleanup();
+  if (!Application::Quitting()) Cleanup();
 }
 
 void TessarineStubWindow::InfoBtnClicked() {

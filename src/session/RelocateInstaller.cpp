@@ -3,6 +3,7 @@
 #include "package/SplitSet.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
+#include "platform/WaitCursor.h"
 #include "session/Relocation.h"
 #include "session/TessarineStubWindow.h"
 #include "util/Files.h"
@@ -31,6 +32,7 @@ std::optional<FolderItem> MakeCopyFolder(const std::string& temporaryPath) {
 
 /// False when no copy runs now; nothing of it stays then.
 bool StartCopy(const FolderItem& bundle, const std::string& sourceFolder, const std::string& temporaryPath) {
+  const WaitCursor cursor;
   const std::optional<FolderItem> folder = MakeCopyFolder(temporaryPath);
   if (!folder) return false;
   WriteSourceFolderNote(folder->NativePath(), sourceFolder);

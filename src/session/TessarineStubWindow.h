@@ -13,6 +13,8 @@
 
 struct ItemPlace;
 struct ListItem;
+struct Payload;
+struct Target;
 
 class TessarineStubWindow : public Window, public InstallerRecord {
  public:
@@ -141,16 +143,24 @@ class TessarineStubWindow : public Window, public InstallerRecord {
   void DressPictures();
 
   // engine/ExpandFolder.cpp
-  std::optional<std::string> SettleTarget();
+  std::optional<Target> SettleTarget();
   bool PreparePatch();
-  bool ClearTheWay();
+  bool MayTakeThePlace();
   bool MayReplaceTarget();
-  bool PutArchiveDown(const std::string& payloadPath, bool split, const std::string& archivePath);
-  void ShowInstallationFailed();
+  void StartAfterProgram(std::optional<FolderItem> program);
+  void ShowInstallationFailed(const std::string& reason = "");
+
+  // engine/InstallPayload.cpp
+  /// From the archive in the package to the folder in its place. False, after a message, when it couldn't be
+  /// done: what stood there still does, and nothing else is left. Or the user ended the run.
+  bool InstallPayload(const Payload& payload);
+  bool MakeRoom(const Payload& payload, std::string& reason);
+  bool ExpandBeside(const Payload& payload, std::string& reason);
 
   // engine/CombineSplitSetup.cpp
   bool JoinPieces(const std::string& firstPiecePath, const FolderItem& output);
   bool AskForNextDisc();
+  void EjectIfDisc(const std::string& folder);
 
   // choices/SelectChoiceAndOptions.cpp
   bool PickChoice(std::string& choice);
@@ -163,5 +173,7 @@ class TessarineStubWindow : public Window, public InstallerRecord {
   void ShowReleaseNotes();
   void ShowMessage(const std::string& text);
 
-  bool fDressed = false;  // the package's content is in the window
+  std::string fDisc;           // the folder whose disc is to come out
+  bool fPatchMissing = false;  // expanded, but the archive held no patch folder
+  bool fDressed = false;       // the package's content is in the window
 };

@@ -115,7 +115,9 @@ bool CopyFolder(const std::string& source, const std::string& target) {
   if (to->Alias() && !to->Delete()) return false;
   bool complete = to->Directory() || to->CreateAsFolder();
   const std::string folder = MyAbsolutePath(to);
-  for (const FolderItem& child : from->Children()) {
+  const std::optional<std::vector<FolderItem>> children = from->List();
+  if (!children) complete = false;
+  for (const FolderItem& child : children.value_or(std::vector<FolderItem>())) {
     const FolderItem copy(folder + child.Name());
     if (child.Directory() && !child.Alias()) {
       if (!CopyFolder(child.NativePath(), copy.NativePath())) complete = false;

@@ -47,7 +47,7 @@ TEST_F(RecordsTest, EveryKeyReachesItsField) {
     "background": "red.png", "encryptionLength": 12, "centerMessage": true,
     "agreement": {"file": "agreement.txt"}, "message": "Hi\r\n京", "url": {"address": "a.b", "text": "A B"},
     "info": "plain", "labels": {"quit": "Ende", "4": "Gut"}, "targetFolder": "A/Lamp", "copyright": "©",
-    "windowTitle": "Title", "patch": true, "minOS": "macos11.0", "minRAM": "2GB", "completionURL": "http://c",
+    "windowTitle": "Title", "minOS": "macos11.0", "minRAM": "2GB", "completionURL": "http://c",
     "choices": [{"name": "Small", "folder": "extra", "target": "In/Here", "tip": "t"},
                 {"name": "Big", "folder": "extra"}],
     "options": [{"name": "Web", "url": "https://x/y.zip", "tip": "w"}],
@@ -61,7 +61,7 @@ TEST_F(RecordsTest, EveryKeyReachesItsField) {
       "FF0000FF7F7F,2,1$|~12$|~1$|~",
       Unscrambled(Resource("Data")));
   EXPECT_EQ("One.|Two.|#|Hi\n京|#|a.b|#|A B|#|plain|#||Ende|||Gut|#|A/Lamp|#|©|#|Title" + Separators(4) +
-                "1" + Separators(9) +
+                "0" + Separators(9) +
                 "Small,Choice1.zip,In/Here,t|Big,Choice2.zip,,|#|Web,https://x/y.zip,,w" +
                 "|#|macos11.0|#|2GB|#|http://c|#|$HTML$3C00480054004D004C003E00E900" +
                 "|#|$HTML$3C00680074006D006C003E00|#|delete=/tmp/x|shell=ls; ls|#|4",

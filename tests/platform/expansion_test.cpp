@@ -10,7 +10,7 @@
 /// How far the reports came, and "done" when the helper succeeded.
 static std::string RunToEnd(const TemporaryTree& tree, const std::string& script) {
   if (!script.empty()) tree.Write("helper", "#!/bin/sh\n" + script, 0755);
-  HelperExpansion expansion(tree.Path("helper"), FolderItem(tree.Path("-folder/it's.zip")));
+  HelperExpansion expansion(tree.Path("helper"), {"--plan", "-folder/it's \"x\".zip", ""});
   double done = 0;
   bool ended = false;
   for (int i = 0; i < 10'000 && !ended; ++i) {
@@ -42,9 +42,20 @@ TEST(Expansion, FollowsTheReportsToTheEnd) {
   for (const auto& row : rows) EXPECT_EQ(RunToEnd(TemporaryTree(), row[0]), row[1]) << row[0];
 }
 
-TEST(Expansion, TheArchiveIsExpandedBesideItselfIntoNothingThatIsThere) {
+TEST(Expansion, WordsReachTheHelperAsTheyAreAndItsReasonTheUser) {
   const TemporaryTree tree;
   RunToEnd(tree, "for word; do printf '%s\\n' \"$word\"; done >\"${0%/*}/words\"");
-  EXPECT_EQ(tree.Read("words"), "-xk\n--new\n--progress\n--\n" + tree.Path("-folder/it's.zip") + "\n" +
-                                    tree.Path("-folder") + "\n");
+  EXPECT_EQ(tree.Read("words"), "--plan\n-folder/it's \"x\".zip\n\n");
+  const char* const rows[][2] = {
+      {"exit 0", ""},
+      {"echo 'ditto: the entry is damaged' >&2; echo more >&2; exit 1", "The entry is damaged."},
+      {"kill -9 $$", "The expansion ended before its time."},
+      {nullptr, "The expansion program can't be started."}};
+  for (const auto& [script, reason] : rows) {
+    const TemporaryTree other;
+    if (script != nullptr) other.Write("helper", std::string("#!/bin/sh\n") + script + "\n", 0755);
+    HelperExpansion expansion(other.Path("helper"), {});
+    while (expansion.Running()) ::usleep(1000);
+    EXPECT_EQ(expansion.Reason(), reason);
+  }
 }

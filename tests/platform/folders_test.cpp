@@ -40,7 +40,9 @@ TEST(SpecialFolders, TheTemporaryFolderIsNobodyElses) {
       fs::permissions(tree.Folder(name), fs::perms(planted == "open folder" ? 0777 : 0700));
     if (planted == "foreign" && ::chown(tree.Path(name).c_str(), 65534, 65534) != 0) continue;
     ::setenv("TMPDIR", tree.Path().c_str(), 1);
-    const std::string folder = PrivateTemporaryFolder();
+    const std::string folder = PrivateTemporaryFolder("/media/Setup.app/Contents/MacOS/Stub");
+    EXPECT_EQ(PrivateTemporaryFolder(folder + "/1234/Setup.app/Contents/MacOS/Stub"), folder)
+        << "a copy finds itself: " << planted;
     ::unsetenv("TMPDIR");
     EXPECT_EQ(folder == tree.Path(name), planted == "nothing" || planted == "own") << planted;
     EXPECT_TRUE(folder.starts_with(tree.Path(name))) << planted;

@@ -20,10 +20,14 @@ class SessionTest : public MachineTest {
     fPackage.textData[7] = "Demo";
   }
 
+  /// What an archive brings stands here, by its name in the tree, until it takes its place.
+  std::string Beside(const FolderItem& archive, const std::string& name) const {
+    return archive.Parent().Child(name).NativePath().substr(fTree.Path().size() + 1);
+  }
   /// "Demo.zip" becomes the folder "Demo" beside it, with the archive's bytes in the file "content".
   void Unpack(const FolderItem& archive) const {
-    const std::string path = archive.NativePath().substr(fTree.Path().size() + 1);
-    fTree.Write(path.substr(0, path.size() - 4) + "/content", fTree.Read(path));
+    const std::string name = archive.Name().substr(0, archive.Name().size() - 4);
+    fTree.Write(Beside(archive, name + "/content"), fTree.Read(Beside(archive, archive.Name())));
   }
 
   void Expect(Step step) { fScript.Expect(std::move(step)); }

@@ -17,8 +17,9 @@ TEST_F(Actions, TheScriptRunsEntryByEntryPastItsFailures) {
     Unpack(archive);
     EXPECT_EQ(fTree.Read("backup") + fTree.Read("older/file"), "savedold");
     EXPECT_FALSE(fTree.Has("old")) << "cleared before the expansion";
-    fTree.Write("Applications/Demo/Tool.app/Contents/MacOS/Tool", "tool", 0755);
-    fTree.Write("Applications/Demo/run", "cd /\ncat Demo/none\necho $(pwd) > '" + fTree.Path("ran") + "'\n");
+    fTree.Write(Beside(archive, "Demo/Tool.app/Contents/MacOS/Tool"), "tool", 0755);
+    fTree.Write(Beside(archive, "Demo/run"),
+                "cd /\ncat Demo/none\necho $(pwd) > '" + fTree.Path("ran") + "'\n");
   };
   QString script =
       "preinstallcopy=@/saved;@/backup|preinstallcopy=@/old;@/older|preinstalldelete=@/old|missing=@/x|"

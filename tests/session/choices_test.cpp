@@ -137,9 +137,9 @@ TEST_F(Choices, WhatIsPickedLandsInTheTarget) {
   fMachine.fArchive.work = [this](const FolderItem& archive) {
     Unpack(archive);
     for (const char* old : {"tool", "kept", "both/old", "over", "under/z", "link"})
-      fTree.Write(std::string("Applications/Demo/Tools/") + old, "old");
-    fTree.Link("Applications/Demo/exit", fTree.Path("outside"));
-    fs::permissions(fTree.Path("Applications/Demo/Tools"), fs::perms(0555));
+      fTree.Write(Beside(archive, std::string("Demo/Tools/") + old), "old");
+    fTree.Link(Beside(archive, "Demo/exit"), fTree.Path("outside"));
+    fs::permissions(fTree.Path(Beside(archive, "Demo/Tools")), fs::perms(0555));
   };
   std::vector<std::string> labels;
   fMachine.fPump = [&] {
@@ -194,13 +194,15 @@ TEST_F(Choices, WhatCannotBeMovedInIsToldAndDisksAreCrossed) {
   Archive("disk.zip", {Folder("a/"), File("a/x", "new"), Link("a/l", "x"), File("f", "new"), Link("l", "f")});
   Archive("into.zip", {File("mounted"), File("fine")});
   std::optional<SmallDisk> disk, inner;
-  fMachine.fArchive.work = [&](const FolderItem& archive) {
-    Unpack(archive);
-    disk.emplace(fTree.Folder("Applications/Demo/Disk"), 256);
-    for (const char* old : {"a/old", "f/old", "l"})
-      fTree.Write(std::string("Applications/Demo/Disk/") + old, "old");
-    inner.emplace(fTree.Folder("Applications/Demo/Disk/mounted"), 64);
-    fTree.Write("Applications/Demo/Disk/mounted/kept", "kept");
+  fMachine.fPump = [&] {
+    if (!disk && fTree.Has("Applications/Demo/content")) {
+      disk.emplace(fTree.Folder("Applications/Demo/Disk"), 256);
+      for (const char* old : {"a/old", "f/old", "l"})
+        fTree.Write(std::string("Applications/Demo/Disk/") + old, "old");
+      inner.emplace(fTree.Folder("Applications/Demo/Disk/mounted"), 64);
+      fTree.Write("Applications/Demo/Disk/mounted/kept", "kept");
+    }
+    fToolkit.DoEvents(0);
   };
   ExpectInstallPressed();
   ExpectChoice(0);
@@ -262,9 +264,9 @@ TEST_F(Choices, WebOptionsComeWholeOrNotAtAll) {
   fMachine.fArchive.work = [this](const FolderItem& archive) {
     Unpack(archive);
     for (const char* file : {"Tools/kept", "old"})
-      fTree.Write(std::string("Applications/Demo/") + file, "kept");
-    fTree.Folder("Applications/Demo/folder");
-    fTree.Link("Applications/Demo/link", "content");
+      fTree.Write(Beside(archive, std::string("Demo/") + file), "kept");
+    fTree.Folder(Beside(archive, "Demo/folder"));
+    fTree.Link(Beside(archive, "Demo/link"), "content");
   };
   for (const auto& row : rows) {
     server.Answer(row.target == "/a/.." ? "/" : row.target, row.reply);

@@ -31,22 +31,22 @@ class Patches : public SessionTest {
   }
   /// An item of the patch folder, which is there when the archive has been expanded.
   void Brings(const std::string& name, unsigned mode = 0644) {
-    fItems.push_back([=, this] { fTree.Write("Applications/DemoPatch/" + name, "new", mode); });
+    fItems.push_back([=, this](const std::string& patch) { fTree.Write(patch + name, "new", mode); });
   }
   void BringsLink(const std::string& name, const std::string& target) {
-    fItems.push_back([=, this] { fTree.Link("Applications/DemoPatch/" + name, target); });
+    fItems.push_back([=, this](const std::string& patch) { fTree.Link(patch + name, target); });
   }
   void RunPatch() {
     fMachine.fArchive.work = [this](const FolderItem& archive) {
-      EXPECT_EQ(archive.NativePath(), fTree.Path("Applications/Demo.zip"));
+      EXPECT_EQ(archive.Name(), "Demo.zip");
       EXPECT_FALSE(fTree.Has("Applications/DemoPatch")) << "left by an earlier run";
-      for (const auto& item : fItems) item();
-      fs::permissions(fTree.Folder("Applications/DemoPatch"), fs::perms(0755));
+      for (const auto& item : fItems) item(Beside(archive, "DemoPatch") + "/");
+      fs::permissions(fTree.Folder(Beside(archive, "DemoPatch")), fs::perms(0755));
     };
     Run();
   }
 
-  std::vector<std::function<void()>> fItems;
+  std::vector<std::function<void(const std::string& patch)>> fItems;
 };
 
 TEST_F(Patches, NeedTheirInstallationAndTheirFolder) {
@@ -96,9 +96,9 @@ TEST_F(Patches, MergeFileByFile) {
     Brings(name);
   Brings("tool", 0700);
   BringsLink("link", "real");
-  fItems.push_back([this] {
-    fTree.Folder("Applications/DemoPatch/Empty/deep");
-    fTree.Write("Applications/DemoPatch/.hidden", "listed\nlisted*Delete*\n");
+  fItems.push_back([this](const std::string& patch) {
+    fTree.Folder(patch + "Empty/deep");
+    fTree.Write(patch + ".hidden", "listed\nlisted*Delete*\n");
   });
   ExpectInstallPressed();
   fScript.ExpectMessage("Patch Failed: " + fTree.Path("Applications/Demo/file to folder/new"));
@@ -169,7 +169,11 @@ TEST_F(Patches, AFolderThatStaysIsToldInTheEnd) {
   Installed("kept");
   Brings("new");
   std::optional<SmallDisk> disk;
-  fItems.push_back([&] { disk.emplace(fTree.Folder("Applications/DemoPatch/disk"), 64); });
+  fMachine.fPump = [&] {
+    if (!disk && fTree.Has("Applications/DemoPatch"))
+      disk.emplace(fTree.Folder("Applications/DemoPatch/disk"), 64);
+    fToolkit.DoEvents(0);
+  };
   ExpectInstallPressed();
   fScript.ExpectMessage("Unable to delete the patch folder.\n\n" + fTree.Path("Applications/DemoPatch"));
   RunPatch();

@@ -61,7 +61,9 @@ TEST_F(Targets, AFullDiskGetsNoHalfArchiveAndOneThatRefusesWritingIsTold) {
   if (!disk.Mounted()) GTEST_SKIP() << "no right to mount";
   fPackage.payload = std::string(300'000, 'x');
   const std::pair<const char*, const char*> rows[] = {
-      {"", "Installation Failed"}, {"", "Cannot write to selected location."}, {"Locked", "Locked"}};
+      {"", "Installation Failed\n\nThere is not enough room on the disk."},
+      {"", "Cannot write to selected location."},
+      {"Locked", "Locked"}};
   for (const auto& [label, message] : rows) {
     fPackage.textData[6] = label;
     ExpectInstallPressed();

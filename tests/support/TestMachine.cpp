@@ -15,6 +15,7 @@ class ScriptedExpansion : public Expansion {
   }
   double Done() const override { return fAsked < 3 ? 0.25 * fAsked : 1; }
   bool Succeeded() const override { return fArchive.succeeds; }
+  std::string Reason() const override { return fArchive.reason; }
 
  private:
   TestMachine::Archive fArchive;

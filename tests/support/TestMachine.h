@@ -21,6 +21,7 @@ class TestMachine : public PosixMachine {
   struct Archive {
     bool watched = true;
     bool succeeds = true;
+    std::string reason{};
     std::function<void(const FolderItem& archive)> work;
   };
 
@@ -34,6 +35,7 @@ class TestMachine : public PosixMachine {
   int fBeeps = 0;
   std::vector<std::string> fAddresses;
   std::vector<std::string> fLaunched;
+  ArchiveLook fLook{.accepted = true};
   std::string fDisc;                                        // a folder that counts as a disc
   std::function<std::string(std::int64_t ticks)> fProgram;  // what a program has on the clipboard by then
 
@@ -57,6 +59,7 @@ class TestMachine : public PosixMachine {
   bool SystemVersion(std::int64_t& major, std::int64_t& minor) override;
   void Beep() override { ++fBeeps; }
   void ShowURL(const std::string& address) override { fAddresses.push_back(address); }
+  ArchiveLook LookAtArchive(const FolderItem& /*archive*/, bool /*everyByte*/) override { return fLook; }
   bool IsDisc(const FolderItem& folder) override { return folder.NativePath() == fDisc; }
   bool Launch(const FolderItem& item) override;
   std::shared_ptr<Expansion> ExpansionOf(const FolderItem& /*archive*/) override { return fExpansion; }

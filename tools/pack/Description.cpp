@@ -89,6 +89,9 @@ void ReadTexts(Section& section, Description& to) {
   to.copyright = section.Text("copyright");
   ReadUrl(section, to);
   to.completionUrl = section.Text("completionURL");
+  const std::string address = LowerAscii(to.completionUrl);
+  if (!address.empty() && !address.starts_with("http://") && !address.starts_with("https://"))
+    throw Refusal("completionURL", "must begin with http:// or https://");
   to.agreement = section.NoteText("agreement");
   to.info = section.NoteText("info");
   to.preInstallNotes = section.NoteText("preInstallNotes");
@@ -143,6 +146,9 @@ Description ReadDescription(const fs::path& file) {
   ReadPayload(section, description);
   description.choices = ReadItems(section, "choices", false);
   description.options = ReadItems(section, "options", true);
+  if (description.patch && !(description.choices.empty() && description.options.empty()))
+    throw Refusal(description.choices.empty() ? "options" : "choices",
+                  "can't be offered by a patch, whose folder is gone when they would come");
   description.actions = ReadActions(section);
   description.before = ReadProgram(section, "executeBefore");
   description.after = ReadProgram(section, "executeAfter");

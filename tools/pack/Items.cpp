@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Choices and options, and the archives and folders that they name.
 #include <algorithm>
-#include <set>
 
 #include "choices/ItemList.h"
 #include "pack/DescriptionParts.h"
@@ -9,6 +8,7 @@
 #include "pack/Text.h"
 #include "util/Paths.h"
 #include "util/Places.h"
+#include "util/Strings.h"
 
 namespace pack {
 namespace {
@@ -71,14 +71,16 @@ std::vector<Item> ReadItems(Section& section, const std::string& key, bool optio
   if (list == nullptr) return items;
   if (!list->is_array()) throw Refusal(key, "must be a list of items");
   if (list->size() > kMostItems) throw Refusal(key, "has more than ten items");
-  std::set<std::string> names;
   for (const json& row : *list) {
     const std::string field = key + "[" + std::to_string(items.size()) + "]";
     const std::string archive = (option ? "Option" : "Choice") + std::to_string(items.size() + 1) + ".zip";
     items.push_back(ReadItem(Section(row, field, section.Folder()), option, archive));
     // The user's answer comes back as names.
-    if (!names.insert(LowerAscii(items.back().name)).second)
-      throw Refusal(field + ".name", "is the name of an earlier item");
+    const std::string& name = items.back().name;
+    const bool taken = std::any_of(items.begin(), items.end() - 1, [&name](const Item& earlier) {
+      return ViewConst::NonCaseMatch(earlier.name, name);
+    });
+    if (taken) throw Refusal(field + ".name", "is the name of an earlier item");
   }
   return items;
 }

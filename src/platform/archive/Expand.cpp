@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <ctime>
 #include <exception>
+#include <memory>
 #include <new>
 #include <optional>
 #include <thread>
@@ -111,6 +112,16 @@ Status WriteAndPublish(const ExpandOptions& options, const Plan& plan, const Sou
   return status.Ok() ? publisher.Publish(staging->Get()) : status;
 }
 
+/// The room is looked at by who asks: what is in the way may go first.
+Status Check(const ExpandOptions& options, const Plan& plan, const Source& source, unsigned workers,
+             ExpandWatcher& watcher) {
+  watcher.Total(plan.bytes);
+  if (options.extent == ExpandOptions::Extent::Plan) return {};
+  if (options.wall) FolderWall().Enter();
+  Work work(plan, source, Work::kNowhere, workers);
+  return RunCrew(work, workers, false, options.stop, [&](std::uint64_t read) { watcher.Written(read); });
+}
+
 /// Reads the plan on a thread that may neither write nor open anything.
 Result<Plan> PlanShutIn(const Source& source, unsigned workers, const ExpandOptions& options) {
   if (!options.wall) return ReadPlan(source, workers, options.stop);
@@ -141,15 +152,20 @@ Status ExpandUnguarded(const ExpandOptions& options, ExpandWatcher& watcher) {
 
   const unsigned workers = options.workers != 0 ? std::min(options.workers, kMostWorkers) : Processors();
   Flusher flusher(options.flush);
-  const FileSource source(file->Get(), size);
-  Result<Plan> plan = PlanShutIn(source, workers, options);
+  std::unique_ptr<Source> source;
+  if (options.scrambled)
+    source = std::make_unique<ScrambledSource>(file->Get(), size);
+  else
+    source = std::make_unique<FileSource>(file->Get(), size);
+  Result<Plan> plan = PlanShutIn(*source, workers, options);
   if (!plan.Ok()) return plan.Failure();
+  if (options.extent != ExpandOptions::Extent::All) return Check(options, *plan, *source, workers, watcher);
 
   Status status = target->Make();
   if (!status.Ok()) return status;
   if (options.wall) FolderWall(target->Get(), target->Above()).Enter();
   RemoveLeftovers(target->Get());
-  status = WriteAndPublish(options, *plan, source, workers, target->Get(), flusher, watcher);
+  status = WriteAndPublish(options, *plan, *source, workers, target->Get(), flusher, watcher);
   if (status.Ok()) target->Keep();
   return status;
 }

@@ -15,6 +15,14 @@ struct ExpandOptions {
   std::string folder;  // made if it is missing, unless `mustBeNew`
   /// The folder exists, and nothing that stands in it is replaced: see Publisher.
   bool mustBeNew = false;
+  /// The archive's bytes are scrambled, as in a package.
+  bool scrambled = false;
+  enum class Extent {
+    All,
+    Check,  // every entry is read and its checksum compared; nothing is written
+    Plan    // only the archive's structure is judged; the watcher is told the total
+  };
+  Extent extent = Extent::All;
   /// Have the data on disk before it is shown.
   bool flush = true;
   /// Shut the calling thread in first. It stays so: for a process that does nothing else.

@@ -23,6 +23,13 @@ bool FileSource::ReadAt(std::uint64_t offset, void* to, std::size_t length) cons
   return true;
 }
 
+bool ScrambledSource::ReadAt(std::uint64_t offset, void* to, std::size_t length) const {
+  if (!FileSource::ReadAt(offset, to, length)) return false;
+  auto* bytes = static_cast<unsigned char*>(to);
+  for (std::size_t i = offset % 2 == 0 ? 1 : 0; i < length; i += 2) --bytes[i];
+  return true;
+}
+
 bool MemorySource::ReadAt(std::uint64_t offset, void* to, std::size_t length) const {
   errno = 0;
   if (offset > fBytes.size() || length > fBytes.size() - offset) return false;

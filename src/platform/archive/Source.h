@@ -33,6 +33,13 @@ class FileSource : public Source {
   int fDescriptor;
 };
 
+/// A file as packages store it: every second byte, from the second, is raised by one.
+class ScrambledSource : public FileSource {
+ public:
+  using FileSource::FileSource;
+  bool ReadAt(std::uint64_t offset, void* to, std::size_t length) const override;
+};
+
 class MemorySource : public Source {
  public:
   explicit MemorySource(std::string bytes) : Source(bytes.size()), fBytes(std::move(bytes)) {}

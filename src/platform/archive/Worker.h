@@ -19,6 +19,10 @@ struct Work {
   Work(const Plan& thePlan, const Source& theSource, int theRoot, unsigned workers)
       : plan(thePlan), source(theSource), root(theRoot), made(thePlan), jobs(thePlan, workers) {}
 
+  /// Instead of a root: entries are read and compared, and nothing is written.
+  static constexpr int kNowhere = -1;
+  bool OnlyChecks() const { return root == kNowhere; }
+
   const Plan& plan;
   const Source& source;
   const int root;

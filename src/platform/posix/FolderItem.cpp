@@ -5,10 +5,13 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
+#include <limits>
 
 #include "platform/Machine.h"
 #include "platform/posix/FileCopy.h"
@@ -17,6 +20,7 @@
 #include "platform/posix/Replace.h"
 #include "platform/posix/SiblingName.h"
 #include "platform/posix/TreeDelete.h"
+#include "platform/posix/TreeLook.h"
 
 namespace {
 
@@ -69,16 +73,18 @@ std::string FolderItem::Place() const {
   return FolderItem(Parent().ResolvedPath()).Child(Name()).NativePath();
 }
 
-std::vector<FolderItem> FolderItem::Children() const {
+std::optional<std::vector<FolderItem>> FolderItem::List() const {
   std::vector<FolderItem> children;
   DIR* list = ::opendir(fPath.c_str());
-  if (list == nullptr) return children;
+  if (list == nullptr) return std::nullopt;
+  errno = 0;
   while (const dirent* entry = ::readdir(list)) {
     const std::string name = entry->d_name;
     if (name != "." && name != "..") children.push_back(Child(name));
   }
+  const bool whole = errno == 0;
   ::closedir(list);
-  return children;
+  return whole ? std::optional(std::move(children)) : std::nullopt;
 }
 
 bool FolderItem::Exists() const {
@@ -170,6 +176,21 @@ bool FolderItem::DeleteTree() const {
   const bool gone = DeleteTreeAt(fPath, KeepWindowsAlive);
   if (gone) ListHidden(Parent().NativePath(), Name(), false);
   return gone;
+}
+
+bool FolderItem::CanBeDeleted() const {
+  return LookAtTree(fPath, KeepWindowsAlive).deletable;
+}
+
+std::uint64_t FolderItem::RoomTaken() const {
+  return LookAtTree(fPath, KeepWindowsAlive).bytes;
+}
+
+std::uint64_t FolderItem::RoomLeft() const {
+  struct statvfs info {};
+  if (::statvfs(fPath.c_str(), &info) != 0 || info.f_blocks == 0)
+    return std::numeric_limits<std::uint64_t>::max();
+  return std::uint64_t{info.f_bavail} * info.f_frsize;
 }
 
 bool FolderItem::SetPermissions(unsigned mode) const {

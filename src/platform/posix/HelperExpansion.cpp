@@ -5,9 +5,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <charconv>
-#include <cstdio>
+#include <string_view>
 
 namespace {
 
@@ -24,17 +25,16 @@ void Drain(int descriptor, std::string& text) {
   }
 }
 
-double NumberBehind(const std::string& line, std::size_t prefix) {
+std::uint64_t NumberBehind(const std::string& line, std::size_t prefix) {
   std::uint64_t number = 0;
   std::from_chars(line.data() + prefix, line.data() + line.size(), number);
-  return static_cast<double>(number);
+  return number;
 }
 
 }  // namespace
 
-HelperExpansion::HelperExpansion(const std::string& helper, const FolderItem& archive)
-    : fProcess(StartPiped(helper, {"-xk", "--new", "--progress", "--", archive.NativePath(),
-                                   archive.Parent().NativePath()})) {}
+HelperExpansion::HelperExpansion(const std::string& helper, const std::vector<std::string>& arguments)
+    : fProcess(StartPiped(helper, arguments)), fStarted(fProcess.id > 0) {}
 
 HelperExpansion::~HelperExpansion() {
   if (fProcess.output >= 0) ::close(fProcess.output);
@@ -55,8 +55,6 @@ bool HelperExpansion::Running() {
   if (ended == 0 || (ended < 0 && errno == EINTR)) return true;
   fProcess.id = -1;
   fSucceeded = ended > 0 && WIFEXITED(status) && WEXITSTATUS(status) == 0;
-  // The reason is the publisher's to know; the user is told in the publisher's words.
-  if (!fSucceeded && !fComplaint.empty()) std::fputs(fComplaint.c_str(), stderr);
   if (fSucceeded) fDone = 1;
   return false;
 }
@@ -64,5 +62,16 @@ bool HelperExpansion::Running() {
 void HelperExpansion::TakeReport(const std::string& line) {
   if (line.starts_with("total ")) fTotal = NumberBehind(line, 6);
   if (line.starts_with("written ") && fTotal > 0)
-    fDone = std::clamp(NumberBehind(line, 8) / fTotal, fDone, 1.0);
+    fDone = std::clamp(static_cast<double>(NumberBehind(line, 8)) / static_cast<double>(fTotal), fDone, 1.0);
+}
+
+std::string HelperExpansion::Reason() const {
+  if (fSucceeded) return "";
+  if (!fStarted) return "The expansion program can't be started.";
+  constexpr std::string_view kPrefix = "ditto: ";
+  std::string sentence = fComplaint.substr(0, fComplaint.find('\n'));
+  if (sentence.starts_with(kPrefix)) sentence.erase(0, kPrefix.size());
+  if (sentence.empty()) return "The expansion ended before its time.";
+  sentence.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(sentence.front())));
+  return sentence + ".";
 }

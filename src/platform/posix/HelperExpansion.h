@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/Machine.h"
 #include "platform/posix/Process.h"
@@ -11,9 +12,8 @@
 /// Reports are lines: "total BYTES", "written BYTES", "done". Anything else is passed over.
 class HelperExpansion : public Expansion {
  public:
-  /// Expands `archive` into the folder that holds it, replacing nothing there. `helper` is the
-  /// program's path. A helper that can't be started counts as one that failed.
-  HelperExpansion(const std::string& helper, const FolderItem& archive);
+  /// Starts the program at the path `helper`. One that can't be started counts as one that failed.
+  HelperExpansion(const std::string& helper, const std::vector<std::string>& arguments);
   /// A helper that still runs goes on by itself.
   ~HelperExpansion() override;
   HelperExpansion(const HelperExpansion&) = delete;
@@ -22,14 +22,18 @@ class HelperExpansion : public Expansion {
   bool Running() override;
   double Done() const override { return fDone; }
   bool Succeeded() const override { return fSucceeded; }
+  std::string Reason() const override;
+  /// Bytes of the work, as reported; 0 before.
+  std::uint64_t Total() const { return fTotal; }
 
  private:
   void TakeReport(const std::string& line);
 
   PipedProcess fProcess;
+  bool fStarted;
   std::string fPartialLine;
   std::string fComplaint;
-  double fTotal = 0;
+  std::uint64_t fTotal = 0;
   double fDone = 0;
   bool fSucceeded = false;
 };

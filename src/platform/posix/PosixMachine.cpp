@@ -41,7 +41,7 @@ std::string PosixMachine::DesktopFolder() {
 }
 
 std::string PosixMachine::TemporaryFolder() {
-  if (fTemporaryFolder.empty()) fTemporaryFolder = PrivateTemporaryFolder();
+  if (fTemporaryFolder.empty()) fTemporaryFolder = PrivateTemporaryFolder(ExecutableFile());
   return fTemporaryFolder;
 }
 
@@ -128,7 +128,10 @@ bool PosixMachine::Launch(const FolderItem& item) {
     case LaunchKind::kProgram:
       return StartDetached(plan.program, {});
     case LaunchKind::kArchive:
-      fExpansions[item.NativePath()] = std::make_shared<HelperExpansion>(HelperFolder() + "/ditto", item);
+      fExpansions[item.NativePath()] = std::make_shared<HelperExpansion>(
+          HelperFolder() + "/ditto",
+          std::vector<std::string>{"-xk", "--new", "--progress", "--with-parent", "--", item.NativePath(),
+                                   item.Parent().NativePath()});
       return true;
     case LaunchKind::kDocument:
       return OpenDocument(item);
@@ -139,6 +142,15 @@ bool PosixMachine::Launch(const FolderItem& item) {
 std::shared_ptr<Expansion> PosixMachine::ExpansionOf(const FolderItem& archive) {
   const auto found = fExpansions.find(archive.NativePath());
   return found == fExpansions.end() ? nullptr : found->second;
+}
+
+ArchiveLook PosixMachine::LookAtArchive(const FolderItem& archive, bool everyByte) {
+  constexpr int kStep = 5;  // milliseconds
+  HelperExpansion look(HelperFolder() + "/ditto",
+                       {"-xk", everyByte ? "--check" : "--plan", "--scrambled", "--progress", "--with-parent",
+                        "--", archive.NativePath(), archive.Parent().NativePath()});
+  while (look.Running()) DoEvents(kStep);
+  return {look.Succeeded(), look.Reason(), look.Total()};
 }
 
 std::string PosixMachine::HelperFolder() {

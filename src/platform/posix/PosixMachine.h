@@ -39,6 +39,7 @@ class PosixMachine : public Machine {
   bool IsDisc(const FolderItem& folder) override;
   bool Launch(const FolderItem& item) override;
   std::shared_ptr<Expansion> ExpansionOf(const FolderItem& archive) override;
+  ArchiveLook LookAtArchive(const FolderItem& archive, bool everyByte) override;
 
  protected:
   /// Opens a document or folder with the desktop's choice of program.

@@ -47,6 +47,8 @@ class SpawnSetup {
   void Silence(int stream, int flags = O_WRONLY) {
     ::posix_spawn_file_actions_addopen(&fActions, stream, "/dev/null", flags, 0);
   }
+  /// The new process keeps no disc busy that this one was started from.
+  void LeaveFolder() { ::posix_spawn_file_actions_addchdir_np(&fActions, "/"); }
   void Connect(int stream, int descriptor) {
     ::posix_spawn_file_actions_adddup2(&fActions, descriptor, stream);
   }
@@ -110,6 +112,7 @@ int WaitFor(pid_t id, const std::function<void()>& wait) {
 
 bool StartDetached(const std::string& program, const std::vector<std::string>& arguments) {
   SpawnSetup setup(POSIX_SPAWN_SETSID);
+  setup.LeaveFolder();
   setup.Silence(STDOUT_FILENO);
   setup.Silence(STDERR_FILENO);
   if (setup.Start(program, arguments, environ) > 0) return true;

@@ -4,5 +4,8 @@
 
 #include <string>
 
+/// Sixteen hexadecimal digits that other users can't guess.
+std::string RandomName();
+
 /// A path beside `path` that nothing stands at: hidden, and not to be guessed by other users.
 std::string SiblingName(const std::string& path);

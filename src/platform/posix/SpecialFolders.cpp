@@ -70,10 +70,15 @@ std::string UserDesktopFolder() {
   return folder.empty() ? home + "/Desktop" : folder;
 }
 
-std::string PrivateTemporaryFolder() {
+std::string PrivateTemporaryFolder(const std::string& program) {
   std::string parent = Variable("TMPDIR");
   if (!parent.starts_with('/')) parent = "/tmp";
   const std::string fixed = parent + "/tessarine-" + std::to_string(::geteuid());
+  // A copy of the installer lies in the folder of the one that made it.
+  if (program.starts_with(fixed)) {
+    const std::string used = program.substr(0, program.find('/', fixed.size()));
+    if (IsOwnFolder(used)) return used;
+  }
   if (::mkdir(fixed.c_str(), S_IRWXU) == 0 || errno == EEXIST) {
     if (IsOwnFolder(fixed)) return fixed;
   }

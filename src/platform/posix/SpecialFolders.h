@@ -12,8 +12,9 @@ std::string UserHomeFolder();
 std::string UserDesktopFolder();
 
 /// "tessarine-UID" below $TMPDIR or /tmp: mode 0700, this user's, no link. When somebody else holds
-/// that name, a fresh folder of a random name for this run. Empty when none can be made.
-std::string PrivateTemporaryFolder();
+/// that name, a fresh folder of a random name, which is also that of a `program` (a path) that runs from it.
+/// Empty when none can be made.
+std::string PrivateTemporaryFolder(const std::string& program);
 
 /// "/" when /Applications is a folder, else the home folder.
 std::string ApplicationsParent();

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+#include "platform/posix/TreeLook.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/statfs.h>
+#include <unistd.h>
+
+#include <vector>
+
+#include "platform/posix/Descriptor.h"
+
+namespace {
+
+constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+
+/// Of an open folder: may this user take something out of it?
+bool MayChange(int folder) {
+  struct stat info {};
+  if (::fstat(folder, &info) != 0) return false;
+  // The owner can give himself what the mode lacks.
+  return ::geteuid() == 0 || info.st_uid == ::geteuid() ||
+         ::faccessat(folder, ".", W_OK | X_OK, AT_EACCESS) == 0;
+}
+
+class TreeLook {
+ public:
+  explicit TreeLook(const std::function<void()>& tick) : fTick(tick) {}
+  TreeFacts facts;
+
+  void LookAt(int parent, const std::string& name, bool outermost) {
+    if (++fCount % 256 == 0) fTick();
+    struct statx info {};
+    if (::statx(parent, name.c_str(), AT_SYMLINK_NOFOLLOW, STATX_TYPE | STATX_BLOCKS | STATX_NLINK, &info) !=
+        0)
+      return;
+    constexpr std::uint64_t kFrozen = STATX_ATTR_IMMUTABLE | STATX_ATTR_APPEND;
+    if ((info.stx_attributes & kFrozen) != 0) facts.deletable = false;
+    if ((info.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0) {
+      facts.deletable = false;
+      return;
+    }
+    // A file that bears another name stays on the disk.
+    if (S_ISDIR(info.stx_mode) || info.stx_nlink == 1) facts.bytes += info.stx_blocks * 512;
+    if (S_ISDIR(info.stx_mode)) LookInto(parent, name, outermost);
+  }
+
+ private:
+  void LookInto(int parent, const std::string& name, bool outermost) {
+    Descriptor folder(::openat(parent, name.c_str(), kFolderFlags));
+    if (!folder) {
+      // Another user's, or closed to its owner, who will open it.
+      struct stat info {};
+      const bool own =
+          ::fstatat(parent, name.c_str(), &info, AT_SYMLINK_NOFOLLOW) == 0 && info.st_uid == ::geteuid();
+      if (!own) facts.deletable = false;
+      return;
+    }
+    const std::vector<std::string> names = NamesIn(folder.Get());
+    if (!MayChange(folder.Get()) && !(names.empty() && !outermost)) facts.deletable = false;
+    for (const std::string& item : names) LookAt(folder.Get(), item, false);
+  }
+
+  static std::vector<std::string> NamesIn(int folder) {
+    std::vector<std::string> names;
+    Descriptor twin(::openat(folder, ".", kFolderFlags));
+    DIR* list = twin ? ::fdopendir(twin.Get()) : nullptr;
+    if (list == nullptr) return names;
+    static_cast<void>(twin.Release());
+    while (const dirent* entry = ::readdir(list)) {
+      const std::string name = entry->d_name;
+      if (name != "." && name != "..") names.push_back(name);
+    }
+    ::closedir(list);
+    return names;
+  }
+
+  const std::function<void()>& fTick;
+  unsigned fCount = 0;
+};
+
+}  // namespace
+
+TreeFacts LookAtTree(const std::string& path, const std::function<void()>& tick) {
+  TreeLook look(tick);
+  look.LookAt(AT_FDCWD, path, true);
+  return look.facts;
+}
