@@ -18,24 +18,6 @@ namespace {
 constexpr int kRequestSeconds = 60;
 constexpr std::size_t kSmallestArchive = 10'000;  // bytes; what is shorter is some page
 
-/// Makes what is missing of a path's folders. Those that are empty in the end go again.
-class MadeFolders {
- public:
-  explicit MadeFolders(const std::string& folder) {
-    for (FolderItem missing(folder); !missing.Exists(); missing = missing.Parent()) fMade.push_back(missing);
-    ViewConst::ForceDirectories(folder, false);
-  }
-  ~MadeFolders() {
-    // Of no interest where it holds something by now.
-    for (const FolderItem& folder : fMade) static_cast<void>(folder.Delete());
-  }
-  MadeFolders(const MadeFolders&) = delete;
-  MadeFolders& operator=(const MadeFolders&) = delete;
-
- private:
-  std::vector<FolderItem> fMade;  // the innermost first
-};
-
 /// Writes a new file, in place of a plain file of that name and of nothing else.
 bool PutDown(const std::string& body, const FolderItem& archive) {
   if (archive.Exists() && !archive.IsFile()) return false;
@@ -56,9 +38,7 @@ bool PutDown(const std::string& body, const FolderItem& archive) {
 
 bool TessarineStubWindow::DownloadURL(const std::string& url, const std::string& fileName,
                                       const std::string& folder, bool /*staged*/) {
-  const std::string place = ViewConst::MyExtractFilePath(folder);
-  const FolderItem archive = FolderItem(place).Child(fileName);
-  std::optional<MadeFolders> made;
+  const FolderItem archive = FolderItem(ViewConst::MyExtractFilePath(folder)).Child(fileName);
   {
     // Gone from memory before the archive is expanded.
     const std::string body = GlobalsKv::HttpGet(url, kRequestSeconds);
@@ -66,7 +46,6 @@ bool TessarineStubWindow::DownloadURL(const std::string& url, const std::string&
       MessageBox("Setup file download failed.");
       return false;
     }
-    made.emplace(place);
     if (!ViewConst::IsInnerName(fileName) || !PutDown(body, archive)) {
       MessageBox("Install of download failed.  Check account permissions.");
       return false;

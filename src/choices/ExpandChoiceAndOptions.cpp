@@ -7,6 +7,7 @@
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
+#include "platform/PrivateFolder.h"
 #include "session/TessarineStubWindow.h"
 #include "util/Archives.h"
 #include "util/Files.h"
@@ -21,11 +22,12 @@ std::string ArchivePath(const ListItem& item) {
   return ViewConst::ResourceFolder().Child(ViewConst::ExtractFileName(item.source)).NativePath();
 }
 
-/// By names and by the links that stand on the disk. None for what leads out of the target folder.
+/// By names and by the links that stand on the disk. None for what leads out of the target folder, nor where
+/// that one isn't: half of a software is none.
 std::optional<ItemPlace> PlaceOf(const ListItem& item, const std::string& targetFolder,
                                  const std::string& suffix) {
   std::optional<ItemPlace> place = PlanItem(targetFolder, item.target, suffix, ViewConst::DirectoryExists);
-  if (!place) return std::nullopt;
+  if (!place || !ViewConst::DirectoryExists(targetFolder)) return std::nullopt;
   const std::string target = FolderItem(targetFolder).ResolvedPath();
   const std::string lands = FolderItem(place->FinalFolder()).ResolvedPath();
   const std::string beside = FolderItem(place->expansionFolder).Parent().ResolvedPath();
@@ -33,6 +35,24 @@ std::optional<ItemPlace> PlaceOf(const ListItem& item, const std::string& target
   const bool inside = ViewConst::LiesIn(beside, target) || place->mergeFolder == targetFolder;
   return inside && ViewConst::LiesIn(lands, target) ? place : std::nullopt;
 }
+
+/// Makes what is missing of a path's folders. Those that are empty in the end go again.
+class MadeFolders {
+ public:
+  explicit MadeFolders(const FolderItem& folder) {
+    for (FolderItem missing = folder; !missing.Exists(); missing = missing.Parent()) fMade.push_back(missing);
+    ViewConst::ForceDirectories(folder.NativePath(), false);
+  }
+  ~MadeFolders() {
+    // Of no interest where it holds something by now.
+    for (const FolderItem& folder : fMade) static_cast<void>(folder.Delete());
+  }
+  MadeFolders(const MadeFolders&) = delete;
+  MadeFolders& operator=(const MadeFolders&) = delete;
+
+ private:
+  std::vector<FolderItem> fMade;  // the innermost first
+};
 
 void TellOfFailedMove(const std::string& path) {
   MessageBox("Failed to create " + path);
@@ -58,28 +78,39 @@ void TessarineStubWindow::ExpandChoiceAndOptions(const std::string& choice, cons
 bool TessarineStubWindow::InstallChoice(const std::string& choice) {
   const std::optional<ListItem> item = ChosenItem(ParseItems(fInstallChoices), choice);
   const std::optional<ItemPlace> place = item ? PlaceOf(*item, fTargetFolder, kChoiceSuffix) : std::nullopt;
-  if (!place) return false;
-  const ViewConst::OpenedFolder opened(FolderItem(place->expansionFolder).Parent());
-  if (!ViewConst::ZipFileToFolder(ArchivePath(*item), place->expansionFolder, true)) return false;
-  if (place->Staged()) MergeStaging(*place, TellOfFailedMove);
-  return true;
+  return place && InstallItem(*place, [&item](const std::string& folder) {
+           return ViewConst::ZipFileToFolder(ArchivePath(*item), folder, true);
+         });
 }
 
 bool TessarineStubWindow::InstallOption(const ListItem& item) {
   const std::optional<ItemPlace> place = PlaceOf(item, fTargetFolder, kOptionSuffix);
-  if (!place) return false;
-  const ViewConst::OpenedFolder opened(FolderItem(place->expansionFolder).Parent());
-  const bool expanded = IsWebSource(item.source)
-                            ? DownloadOption(item, *place)
-                            : ViewConst::ZipFileToFolder(ArchivePath(item), place->expansionFolder, true);
-  if (expanded && place->Staged()) MergeStaging(*place, TellOfFailedMove);
-  return expanded;
+  return place && InstallItem(*place, [this, &item, &place](const std::string& folder) {
+           return IsWebSource(item.source) ? DownloadOption(item, folder, place->Staged())
+                                           : ViewConst::ZipFileToFolder(ArchivePath(item), folder, true);
+         });
 }
 
-bool TessarineStubWindow::DownloadOption(const ListItem& item, const ItemPlace& place) {
+/// What stands beside the place under whatever name is the user's: the archive of a web option and what it is
+/// expanded into lie in a hidden folder there.
+bool TessarineStubWindow::InstallItem(const ItemPlace& place,
+                                      const std::function<bool(const std::string& folder)>& expand) {
+  const FolderItem expansion(place.expansionFolder);
+  const MadeFolders made(expansion.Parent());
+  const ViewConst::OpenedFolder opened(expansion.Parent());
+  PrivateFolder::RemoveLeft(expansion.Parent());
+  const std::optional<PrivateFolder> hidden = PrivateFolder::Make(expansion.Parent());
+  if (!hidden) return false;
+  const std::string folder = hidden->Item().Child(expansion.Name()).NativePath();
+  if (!expand(folder)) return false;
+  if (!place.Staged()) return !expansion.Exists() && ViewConst::RenameFile(folder, place.expansionFolder);
+  MergeStaging({folder, place.mergeFolder}, TellOfFailedMove);
+  return true;
+}
+
+bool TessarineStubWindow::DownloadOption(const ListItem& item, const std::string& folder, bool staged) {
   ShowMessage(CustomLabel("Installing Options", LabelText(22)) + " " + item.name);
-  const bool expanded = DownloadURL(item.source, ViewConst::ExtractFileName(item.source),
-                                    place.expansionFolder, place.Staged());
+  const bool expanded = DownloadURL(item.source, ViewConst::ExtractFileName(item.source), folder, staged);
   ShowMessage(CustomLabel("Please Wait", LabelText(21)));
   return expanded;
 }

@@ -18,11 +18,11 @@ void KeepWindowsAlive() {
   Machine::Current().Yield();
 }
 
-/// The folders that the started installer may have lain in, as it has told: by the clipboard, and by a file
-/// beside this copy, for desktops on which the clipboard doesn't come through.
+/// The folders that the started installer may have lain in, as it has told: by the file beside this copy,
+/// which is meant for no other, and by the clipboard, which anybody may have taken since.
 std::vector<std::string> SourceFolders() {
   std::vector<std::string> folders;
-  for (const std::string& text : {Machine::Current().ClipboardText(), ReadSourceFolderNote()})
+  for (const std::string& text : {ReadSourceFolderNote(), Machine::Current().ClipboardText()})
     if (IsFolderText(text)) folders.push_back(text);
   return folders;
 }

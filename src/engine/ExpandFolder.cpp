@@ -24,6 +24,9 @@ namespace {
 bool IsSafeTarget(const std::string& parent, const std::string& target) {
   const FolderItem item(target);
   const std::string executable = FolderItem(Machine::Current().ExecutableFile()).ResolvedPath();
+  // What lies there goes sooner or later.
+  const std::string temporary = Machine::Current().TemporaryFolder();
+  if (!temporary.empty() && LiesIn(item.ResolvedPath(), FolderItem(temporary).ResolvedPath())) return false;
   return LiesIn(item.Parent().ResolvedPath(), FolderItem(parent).ResolvedPath()) &&
          item.Parent().IsWriteable() && !item.IsVolume() && !LiesIn(executable, item.ResolvedPath());
 }

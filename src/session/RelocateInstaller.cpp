@@ -2,6 +2,7 @@
 // An installer on several discs goes on in a copy of itself, so that its disc can be taken out.
 #include "package/SplitSet.h"
 #include "platform/Dialogs.h"
+#include "platform/FolderLock.h"
 #include "platform/Machine.h"
 #include "platform/WaitCursor.h"
 #include "session/Relocation.h"
@@ -16,7 +17,8 @@ namespace {
 void RemoveOldCopies(const std::string& temporaryPath) {
   for (const FolderItem& item : FolderItem(temporaryPath).Children()) {
     const bool copy = ReadLocation(item.NativePath() + "/", temporaryPath) == RunsFrom::OwnCopy;
-    if (copy && !Machine::Current().IsRunBelow(item)) item.DeleteTree();
+    // One that is still being made has no program yet, but who makes it holds it.
+    if (copy && !Machine::Current().IsRunBelow(item) && FolderLock::Take(item)) item.DeleteTree();
   }
 }
 
@@ -30,11 +32,13 @@ std::optional<FolderItem> MakeCopyFolder(const std::string& temporaryPath) {
   return std::nullopt;
 }
 
-/// False when no copy runs now; nothing of it stays then.
-bool StartCopy(const FolderItem& bundle, const std::string& sourceFolder, const std::string& temporaryPath) {
+/// False when no copy runs now; nothing of it stays then. `lock` is to be held as long as this run lasts.
+bool StartCopy(const FolderItem& bundle, const std::string& sourceFolder, const std::string& temporaryPath,
+               std::optional<FolderLock>& lock) {
   const WaitCursor cursor;
   const std::optional<FolderItem> folder = MakeCopyFolder(temporaryPath);
   if (!folder) return false;
+  lock = FolderLock::Take(*folder);
   WriteSourceFolderNote(folder->NativePath(), sourceFolder);
   const FolderItem copy = folder->Child(bundle.Name());
   // The bundle may hold more programs, and need not say which one is the installer.
@@ -59,7 +63,7 @@ bool TessarineStubWindow::RelocateInstaller(const std::string& firstPiecePath) {
   const FolderItem bundle(ViewConst::RunningBundle());
   Machine::Current().SetClipboardText(sourceFolder);
   if (!temporaryPath.empty()) RemoveOldCopies(temporaryPath);
-  if (temporaryPath.empty() || !StartCopy(bundle, sourceFolder, temporaryPath))
+  if (temporaryPath.empty() || !StartCopy(bundle, sourceFolder, temporaryPath, fCopyLock))
     MessageBox(CustomLabel("Installation Failed", LabelText(13)));
   return true;
 }

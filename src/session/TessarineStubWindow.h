@@ -3,12 +3,14 @@
 // that it inherits, and its operations, grouped by the file that holds their bodies.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
 #include "package/InstallerRecord.h"
 #include "platform/Controls.h"
 #include "platform/FolderItem.h"
+#include "platform/FolderLock.h"
 #include "platform/Window.h"
 
 struct ItemPlace;
@@ -169,11 +171,13 @@ class TessarineStubWindow : public Window, public InstallerRecord {
   // choices/ExpandChoiceAndOptions.cpp
   bool InstallChoice(const std::string& choice);
   bool InstallOption(const ListItem& item);
-  bool DownloadOption(const ListItem& item, const ItemPlace& place);
+  bool InstallItem(const ItemPlace& place, const std::function<bool(const std::string& folder)>& expand);
+  bool DownloadOption(const ListItem& item, const std::string& folder, bool staged);
   void ShowReleaseNotes();
   void ShowMessage(const std::string& text);
 
-  std::string fDisc;           // the folder whose disc is to come out
-  bool fPatchMissing = false;  // expanded, but the archive held no patch folder
-  bool fDressed = false;       // the package's content is in the window
+  std::optional<FolderLock> fCopyLock;  // of the copy that takes over
+  std::string fDisc;                    // the folder whose disc is to come out
+  bool fPatchMissing = false;           // expanded, but the archive held no patch folder
+  bool fDressed = false;                // the package's content is in the window
 };

@@ -10,6 +10,7 @@
 
 #include "platform/posix/SiblingName.h"
 #include "platform/posix/TreeDelete.h"
+#include "platform/posix/TreeLook.h"
 
 namespace {
 
@@ -67,6 +68,8 @@ Replaced Replace(const std::string& source, const std::string& target, const std
   if (::rename(source.c_str(), target.c_str()) == 0) return Replaced::Yes;
   if (errno == EXDEV) return Replaced::OtherFileSystem;
   if (!IsInTheWay(errno)) return Replaced::No;
+  // A disk that is mounted in it would go along, and what can't be deleted would lie about.
+  if (!LookAtTree(target, tick).deletable) return Replaced::No;
   if (Exchange(source, target)) {
     static_cast<void>(DeleteTreeAt(source, tick));
     return Replaced::Yes;

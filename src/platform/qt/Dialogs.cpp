@@ -3,6 +3,7 @@
 
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPlainTextEdit>
@@ -78,8 +79,9 @@ void MessageBox(const std::string& text) {
   }
   QMessageBox box(QMessageBox::NoIcon, FrontTitle(), shown, QMessageBox::Ok, Front());
   box.setTextFormat(Qt::PlainText);
-  // Wide enough for the title too.
-  if (auto* label = box.findChild<QLabel*>("qt_msgbox_label")) label->setMinimumWidth(kSmallestWidth);
+  // Wide enough for the title too. The label keeps its own measure: a minimum of ours would cut its text.
+  if (auto* grid = qobject_cast<QGridLayout*>(box.layout()))
+    grid->addItem(new QSpacerItem(kSmallestWidth, 0), grid->rowCount(), 0, 1, grid->columnCount());
   NameMessage(box, *static_cast<QPushButton*>(box.button(QMessageBox::Ok)));
   box.exec();
 }
