@@ -21,6 +21,8 @@ constexpr const char* kRows[][2] = {
     {"actions[0] must be a key", R"("actions": ["delete="])"},
     {"options[0].name can't hold a comma", R"("options": [{"name": "a,b", "folder": "payload"}])"},
     {"options[0].tip can't hold a comma", R"("options": [{"name": "a", "folder": "payload", "tip": "|"}])"},
+    {"options[0].url can't hold a comma", R"("options": [{"name": "a", "url": "http://x/a,b"}])"},
+    {"options[0].target can't", R"("options": [{"name": "a", "folder": "payload", "target": "b,c"}])"},
     {"choices has more than ten items", R"("choices": [1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11])"},
     {"info can't hold a NUL", R"("info": "a\u0000b")"},
     {"agreement is plain text that holds <HTML>", R"("agreement": "<html>")"},
@@ -53,6 +55,11 @@ constexpr const char* kRows[][2] = {
     {"payload.folder holds something that is no file", R"("payload": {"folder": "odd"})"},
     {"payload.folder holds the bundle", R"("payload": {"folder": "out"})"},
     {"payload.zip names a file that is no zip", R"("payload": {"folder": null, "zip": "latin"})"},
+    {"payload.zip can't stand beside", R"("payload": {"zip": "latin"})"},
+    {"options[0].url can't stand", R"("options": [{"name": "a", "zip": "latin", "url": "http://x/y"}])"},
+    {"options[0].folder is missing, and so are", R"("options": [{"name": "a"}])"},
+    {"choices[0].folder is missing, and so is zip", R"("choices": [{"name": "a"}])"},
+    {"choices[0].name is missing", R"("choices": [{"folder": "payload"}])"},
     {"payload.splitSizes must hold", R"("payload": {"splitSizes": [0]})"},
     {"payload.splitSize must be", R"("payload": {"splitSize": 0})"},
     {"options[1].name is", R"("options": [{"name": "a", "folder": "out"}, {"name": "A", "folder": "out"}])"},
@@ -78,6 +85,14 @@ TEST_F(Refusals, NameTheFieldAndWriteNothing) {
     EXPECT_TRUE(sentence.starts_with(says)) << members << "\n  " << sentence;
     EXPECT_TRUE(fs::is_empty(Path("out"))) << members;
   }
+}
+
+TEST_F(Refusals, LongNamesOfFilesInAddresses) {
+  const auto pack = [this](std::size_t length) {
+    return Pack({{"options", {{{"name", "a"}, {"url", "http://x/" + std::string(length, 'n')}}}}});
+  };
+  EXPECT_TRUE(pack(256).starts_with("options[0].url must be an http address"));
+  EXPECT_EQ("", pack(255));
 }
 
 TEST_F(Refusals, TextThatIsNoJsonNamesTheLine) {

@@ -123,6 +123,7 @@ TEST_F(Choices, WhatIsPickedLandsInTheTarget) {
       "Exit,new.zip,exit|Broken,broken.zip,Broken|Hostile,hostile.zip,Hostile|Rest,rest.zip,";
   fPackage.textData[26] = "https://example.com/?a=b&c=$(d)";
   fPackage.textData[28] = "It's new|Enjoy";
+  fPackage.textData[6] = std::string(21, '|') + "Soon";
   Archive("full.zip", {File("tool", "full"), Folder("both/"), File("both/x", "new"), Folder("over/"),
                        File("over/y", "folder"), File("under", "file"), Link("link", "tool"),
                        File(".hidden item", "h"), Folder("frozen/", 040555)});
@@ -187,13 +188,16 @@ TEST_F(Choices, WhatIsPickedLandsInTheTarget) {
                       {"Demo/Tools/.hidden item", "file 644 h"},
                       {"Demo/Tools/frozen", "folder 555"}}));
   EXPECT_EQ(fTree.Look("outside"), (Contents{{"kept", "file 644 kept"}}));
-  EXPECT_EQ(labels, (std::vector<std::string>{"Install in Progress...", "Please Wait"}));
+  EXPECT_EQ(labels, (std::vector<std::string>{"Install in Progress...", "Soon"}));
   EXPECT_EQ(fMachine.fAddresses, std::vector<std::string>{"https://example.com/?a=b&c=$(d)"});
 }
 
 TEST_F(Choices, WhatCannotBeMovedInIsToldAndDisksAreCrossed) {
   fPackage.textData[22] = "One,gone.zip,Tools";
-  fPackage.textData[23] = "Disk,disk.zip,Disk|Into,into.zip,Disk";
+  ScriptedServer server;
+  server.Answer("/big", {Page("200 OK", std::string(100'000, 'x'))});
+  fPackage.textData[23] =
+      "Disk,disk.zip,Disk|Into,into.zip,Disk|Big," + server.Address("/big") + ",Disk/mounted/New";
   fPackage.textData[28] = "<HTML>Notes</HTML>";
   fPackage.textData[6] = "||||Fine||||||||||||||||||||||Notes at last";
   Archive("disk.zip", {Folder("a/"), File("a/x", "new"), Link("a/l", "x"), File("f", "new"), Link("l", "f")});
@@ -214,6 +218,8 @@ TEST_F(Choices, WhatCannotBeMovedInIsToldAndDisksAreCrossed) {
   ExpectAllOptions();
   fScript.ExpectMessage("Install failed for selected choice");
   fScript.ExpectMessage("Failed to create " + fTree.Path("Applications/Demo/Disk/mounted"));
+  fScript.ExpectMessage("Install of download failed.  Check account permissions.");
+  fScript.ExpectMessage("Install failed for option Big");
   Expect({.window = "Notes at last", .press = "ContinueBtn", .look = [](QWidget& window) {
             EXPECT_EQ(Shown(window)["ContinueBtn"], "Fine");
             EXPECT_FALSE(Shown(window).contains("QuitBtn"));
@@ -232,6 +238,23 @@ TEST_F(Choices, WhatCannotBeMovedInIsToldAndDisksAreCrossed) {
                       {"Disk/mounted", fTree.Look("Applications/Demo")["Disk/mounted"]},
                       {"Disk/mounted/kept", "file 644 kept"}}));
 }
+
+namespace {
+
+/// Counts what the timers of one period do.
+class Beats : public QObject {
+ public:
+  Beats() { qApp->installEventFilter(this); }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const auto* timer = qobject_cast<const QTimer*>(watched);
+    if (event->type() == QEvent::Timer && timer != nullptr && timer->interval() == fPeriod) ++fCount;
+    return false;
+  }
+  int fPeriod = 0;
+  int fCount = 0;
+};
+
+}  // namespace
 
 TEST_F(Choices, WebOptionsComeWholeOrNotAtAll) {
   const std::string kFetch = "Setup file download failed.";
@@ -255,6 +278,7 @@ TEST_F(Choices, WebOptionsComeWholeOrNotAtAll) {
       {"/chunked", {chunked + zip(15'000) + "\r\n0\r\n\r\n"}, "Tools", nullptr, {"Tools"}},
       {"/old", {Page("200 OK", zip(15'000))}, "New", nullptr, {"New"}},
       {"/short.zip", {Page("200 OK", zip(9'999))}, "New", &kFetch},
+      {"/hang", {.end = Reply::Hang}, "New", &kFetch},
       {"/page.zip", {Page("404 Not Found", noise)}, "New"},
       {"/none.zip", {Page("404 Not Found", "no")}, "New", &kFetch},
       {"/cut.zip", {"HTTP/1.1 200 OK\r\nContent-Length: 20001\r\n\r\n" + noise}, "Deep/er", &kFetch},
@@ -273,19 +297,35 @@ TEST_F(Choices, WebOptionsComeWholeOrNotAtAll) {
     fTree.Folder(Beside(archive, "Demo/folder"));
     fTree.Link(Beside(archive, "Demo/link"), "content");
   };
+  fPackage.textData[6] = std::string(19, '|') + "At work||Wait|Fetching";
+  const auto expectTold = [this](const std::string& text, const std::string& label) {
+    Expect({.window = "MessageBox", .text = text, .press = "OKBtn", .look = [label](QWidget&) {
+              for (const QWidget* window : QApplication::topLevelWidgets()) {
+                if (window->findChild<QWidget*>(kMain) == nullptr) continue;
+                EXPECT_EQ(Shown(*window)["MessageLabel"], label);
+              }
+            }});
+  };
+  Beats beats;
   for (const auto& row : rows) {
+    fMachine.fTimerSpeed = row.target == "/hang" ? 250 : 50;
+    beats.fPeriod = fMachine.TimerPeriod(1000);
+    beats.fCount = 0;
     server.Answer(row.target == "/a/.." ? "/" : row.target, row.reply);
     fPackage.textData[23] = "Web & co," + server.Address(row.target) + "," + row.folder;
     ExpectInstallPressed();
     ExpectAllOptions();
-    if (row.told != nullptr) fScript.ExpectMessage(*row.told);
-    if (row.made.empty()) fScript.ExpectMessage("Install failed for option Web & co");
+    if (row.told != nullptr) expectTold(*row.told, "Fetching Web & co");
+    if (row.made.empty()) expectTold("Install failed for option Web & co", "Wait");
     Run(row.target);
     Contents expected = {{"Demo", "folder 755"},        {"Demo/content", "file 644 archive"},
                          {"Demo/Tools", "folder 755"},  {"Demo/Tools/kept", "file 644 kept"},
                          {"Demo/folder", "folder 755"}, {"Demo/link", "link to content"},
                          {"Demo/old", "file 644 kept"}};
     for (const std::string& folder : row.made) expected["Demo/" + folder] = "folder 755";
+    if (row.target == "/hang") {
+      EXPECT_EQ(beats.fCount, 60) << "seconds";
+    }
     Contents found = fTree.Look("Applications");
     EXPECT_EQ(found.erase("Demo/" + row.folder + "/f"), row.made.empty() ? 0U : 1U) << row.target;
     EXPECT_EQ(found, expected) << row.target;

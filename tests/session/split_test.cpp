@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Where the installer runs from, and a Payload that comes in pieces.
+#include <sys/prctl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -62,7 +64,7 @@ class Split : public SessionTest {
     fPackage.payload.clear();
     fTree.Write("media/Setup.app/Contents/Resources/After", "", 0755);
     fTree.Write("media/Setup.app/Contents/Resources/Data#1", ScrambledByHand(fWhole).substr(0, 5));
-    fPackage.textData[6] = "|||||||||||||No luck|||Next, please";
+    fPackage.textData[6] = "|||||||||||||No luck|||Next, please|||At work";
   }
   /// As if it ran from the copy that an installer on the medium has made.
   void BeTheCopy() {
@@ -131,6 +133,15 @@ TEST_F(Split, TheInstallerHandsOverToACopyAndDoesNothingMore) {
   fScript.ExpectMessage("No luck");
   Run();
   EXPECT_TRUE(fMachine.fLaunched.empty());
+
+  fs::remove(fTree.Path("temporary"));
+  fTree.Folder("temporary");
+  ASSERT_EQ(::mkfifo(fTree.Path("media/Setup.app/fifo").c_str(), 0644), 0);
+  ExpectInstallPressed();
+  Expect({.window = "Select Options", .press = "ContinueBtn"});
+  fScript.ExpectMessage("No luck");
+  RunFromDisk("a bundle that can't be copied");
+  EXPECT_EQ(fTree.Look("temporary"), Contents{});
 }
 
 TEST_F(Split, TheCopyJoinsThePiecesWhereverItWasToldOfThem) {
@@ -141,12 +152,14 @@ TEST_F(Split, TheCopyJoinsThePiecesWhereverItWasToldOfThem) {
   Piece("Data#3", 15, 0);
   Piece("Data#End", 15);
   fMachine.fDisc = fTree.Path("media");
+  fPackage.data[8] = "Before";
+  fTree.Write("media/Setup.app/Contents/Resources/Before", "", 0755);
   BeTheCopy();
   int seen = 0;
   fMachine.fPump = [&] {
     for (QWidget* window : QApplication::topLevelWidgets())
       if (window->isVisible() && window->findChild<QWidget*>(kMain) != nullptr) {
-        EXPECT_EQ(Shown(*window)["MessageLabel"], "Install in Progress...");
+        EXPECT_EQ(Shown(*window)["MessageLabel"], "At work");
         EXPECT_FALSE(Find<QPushButton>(*window, kMain).isEnabled());
         ++seen;
       }
@@ -162,6 +175,13 @@ TEST_F(Split, TheCopyJoinsThePiecesWhereverItWasToldOfThem) {
     fs::remove_all(fTree.Path("Applications/Demo"));
   }
   EXPECT_GT(seen, 0) << "the user sees it at work";
+  for (const std::string& item : fMachine.fLaunched)
+    EXPECT_FALSE(item.ends_with("/Before")) << "the installer that was started has run it";
+  fMachine.SetClipboardText("");
+  if (::chown(fTree.Path("temporary/1234/SourceFolder").c_str(), 65534, 65534) == 0) {
+    ExpectPrompt("Btn3");  // anybody may have written it
+    RunFromDisk("another user's note");
+  }
   // Once for each piece of the three runs; what the first one came from is known by the first folder named.
   EXPECT_EQ(fTree.Read("ejected").size() / 2, 3U * 4U);
 }
@@ -187,13 +207,25 @@ TEST_F(Split, DiscsAreAskedForUntilTheUserHasNoMore) {
   fs::remove(fTree.Path("media/Data#End"));
   fMachine.fLaunched.clear();
   fPackage.textData[30] = "1";
+  fPackage.Write(fTree, "temporary/1234/Setup.app");
+  fTree.Write("temporary/1234/Setup.app/Contents/Resources/Data3", "program");
+  const Contents before = fTree.Look("temporary");
   ExpectPrompt("Btn3");
   RunFromDisk();
+  EXPECT_EQ(fTree.Look("temporary"), before);
+  fs::remove(fTree.Path("temporary/1234/Setup.app/Contents/Resources/Data3"));
   EXPECT_EQ(fTree.Look("Applications"), Contents{});
   EXPECT_TRUE(fMachine.fLaunched.empty()) << "no archive, no program, no cleanup";
 
-  // A piece that can't be read.
+  // A piece that can't be read, and one that a disk has no room for.
   fTree.Folder("media/Data#2");
+  fScript.ExpectMessage("No luck\n\nThe pieces can't be joined in " + fTree.Path("Applications") + ".");
+  RunFromDisk();
+  EXPECT_EQ(fTree.Look("Applications"), Contents{});
+  const SmallDisk disk(fTree.Path("Applications"), 64);
+  if (!disk.Mounted()) GTEST_SKIP() << "no right to mount";
+  fs::remove(fTree.Path("media/Data#2"));
+  fTree.Write("media/Data#End", std::string(300'000, 'x'));
   fScript.ExpectMessage("No luck\n\nThe pieces can't be joined in " + fTree.Path("Applications") + ".");
   RunFromDisk();
   EXPECT_EQ(fTree.Look("Applications"), Contents{});
@@ -228,7 +260,9 @@ TEST_F(Split, AMovedProgramHasItsMarkTakenOffByTheUser) {
               EXPECT_TRUE(Find<QPushButton>(window, "OKBtn").isDefault());
               EXPECT_TRUE(Shown(window)["Label1"].starts_with("Gatekeeper is blocking"));
             }});
+    ::prctl(PR_SET_DUMPABLE, 1);
     TestApplication().Run([] { EXPECT_EQ(ViewConst::GetApplicationPath(), "/x/AppTranslocation/y/"); });
+    EXPECT_EQ(::prctl(PR_GET_DUMPABLE), 0) << "the password is in no core dump";
     EXPECT_EQ(fScript.TakeProblems(), "");
     if (answer == std::string("CancelBtn")) continue;
     EXPECT_EQ(fTree.Read("words"), "-S\nxattr\n-r\n-d\ncom.apple.quarantine\n./-rf \"$(touch x)\" `y`.app\n");

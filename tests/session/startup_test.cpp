@@ -56,6 +56,21 @@ TEST_F(Startup, TheWindowShowsWhatThePackageSetsAndCloses) {
             EXPECT_LT(place("InstallBtn").right(), window.width());
           }});
   RunInVain();
+  fPackage.data[4] = "FF0000FFFFFF,2,1";
+  fPackage.data[6] = "00FF00FFFFFF,1,2";
+  Expect({.window = kMain, .press = "QuitBtn", .look = [](QWidget& window) {
+            const auto picture = [&](const char* name) {
+              return Find<QLabel>(window, name).pixmap(Qt::ReturnByValue).toImage();
+            };
+            const QImage logo = picture("LogoCanvas");
+            const QImage other = picture("PictureCanvas");
+            ASSERT_EQ(logo.size(), QSize(2, 1));
+            ASSERT_EQ(other.size(), QSize(1, 2));
+            EXPECT_EQ(logo.pixelColor(0, 0), QColor(Qt::red));
+            EXPECT_EQ(other.pixelColor(0, 0), QColor(Qt::green));
+            EXPECT_EQ(logo.pixelColor(1, 0).alpha() + other.pixelColor(0, 1).alpha(), 0) << "white";
+          }});
+  RunInVain();
 }
 
 TEST_F(Startup, TheLinkShowsAndOpensWhatThePackageSays) {

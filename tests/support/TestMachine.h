@@ -4,6 +4,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <functional>
 #include <optional>
@@ -70,6 +71,16 @@ class TestMachine : public PosixMachine {
  private:
   const TemporaryTree& fTree;
   std::shared_ptr<Expansion> fExpansion;
+};
+
+/// Root is refused nothing. As this user, who gets the folder, the mode of a file counts.
+class OrdinaryUser {
+ public:
+  explicit OrdinaryUser(const std::string& folder) {
+    if (::getuid() == 0)
+      static_cast<void>(::chown(folder.c_str(), 65534, 65534) + ::setresuid(65534, 65534, 0));
+  }
+  ~OrdinaryUser() { static_cast<void>(::setresuid(0, 0, 0)); }
 };
 
 /// A machine and its tree for each case.

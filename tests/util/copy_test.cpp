@@ -43,6 +43,7 @@ TEST_F(Copies, RefuseWhatTheyCannotTakeAndNeverEatTheirOwnSource) {
                                  {"folder//file", "folder/file"},
                                  {"folder/sub/../file", "folder/file"},
                                  {"folder", "folder/"},
+                                 {"folder", "folder/inner"},
                                  {"folder", "link/../folder"},
                                  {"folder/sub", "folder"}};
   for (const auto& row : rows) {
@@ -73,6 +74,12 @@ TEST_F(Copies, ReplaceWhatStandsAtTheTarget) {
   EXPECT_FALSE(FolderItem(fTree.Path("new")).CopyFileTo(FolderItem(fTree.Path("late")), true));
   EXPECT_EQ(fTree.Read("victim"), "kept");
   EXPECT_FALSE(fTree.Has("never made"));
+  fTree.Write("tree/sub/file", "new");
+  fTree.Write("outside/file", "kept");
+  fTree.Link("copy/sub", fTree.Path("outside"));
+  EXPECT_TRUE(CopyFolder(fTree.Path("tree"), fTree.Path("copy")));
+  EXPECT_EQ(fTree.Look("copy"), fTree.Look("tree"));
+  EXPECT_EQ(fTree.Read("outside/file"), "kept");
   fTree.Write("full/inner/old", "old");
   EXPECT_FALSE(CopyFile(fTree.Path("new"), fTree.Path("full")));
   EXPECT_EQ(fTree.Read("full/inner/old"), "old");
@@ -108,5 +115,5 @@ TEST_F(Copies, FailOnAFullDisk) {
   EXPECT_FALSE(fTree.Has("small"));
   RenameFile(fTree.Path("large"), fTree.Path("disk/large"));
   EXPECT_EQ(fTree.Read("large").size(), 300'000U) << "a move that fails loses nothing";
-  EXPECT_FALSE(fTree.Has("disk/large"));
+  EXPECT_EQ(fTree.Look("disk").size(), 1U) << "nor leaves half a copy";
 }

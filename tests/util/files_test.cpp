@@ -13,15 +13,6 @@
 
 using namespace ViewConst;
 
-/// Root is refused nothing. As this user, who gets the folder, the mode of a file counts.
-class OrdinaryUser {
- public:
-  explicit OrdinaryUser(const std::string& folder) {
-    if (::getuid() == 0) static_cast<void>(::chown(folder.c_str(), 65534, 65534) + ::seteuid(65534));
-  }
-  ~OrdinaryUser() { static_cast<void>(::seteuid(::getuid())); }
-};
-
 class Files : public ::testing::Test {
  protected:
   TemporaryTree fTree;
@@ -84,6 +75,11 @@ TEST_F(Files, AMoveReplacesWhateverStandsThere) {
   // What holds the item can't be replaced by it, and stays.
   EXPECT_FALSE(RenameFile(fTree.Path("full/inner"), fTree.Path("full")));
   EXPECT_EQ(fTree.Read("full/inner"), "new");
+  fTree.Write("deep/open/inner", "open");
+  EXPECT_TRUE(RenameFile(fTree.Path("deep/open"), fTree.Path("full")));
+  EXPECT_EQ(fTree.Look("full"), (TemporaryTree::Contents{{"inner", "file 644 open"}}));
+  EXPECT_EQ(FolderItem(fTree.Path("full")).Permissions(), 0755U) << "its own mode, not the replaced one's";
+  EXPECT_TRUE(fTree.Look("deep").empty()) << "what was replaced is gone";
   for (const auto& [name, what] : fTree.Look()) EXPECT_FALSE(name.starts_with(".tessarine")) << name;
 }
 
