@@ -36,18 +36,19 @@ bool RemovePatchFolder(const std::string& folder) {
   return !DirectoryExists(folder);
 }
 
-/// Brings a file or a link to its place, or takes away what stands there.
-bool ApplyItem(const FolderItem& item, bool deletes, const std::string& target) {
+/// Brings a file or a link to its place, or takes away what stands there: a folder for a folder's marker
+/// only, or one that holds nothing.
+bool ApplyItem(const FolderItem& item, bool isFolder, bool deletes, const std::string& target) {
   const FolderItem folder = FolderItem(target).Parent();
   const ViewConst::OpenedFolder opened(folder);
   if (!deletes) {
     if (!folder.Exists()) ViewConst::ForceDirectories(folder.NativePath(), false);
     return ViewConst::CopyFileB(item.NativePath(), target);
   }
-  // The marker of a file means no folder that holds something.
-  if (DirectoryExists(target) && !FolderItem(target).Alias()) return true;
-  ViewConst::DeleteFile(target);
-  return !ViewConst::FileExists(target);
+  if (isFolder && DirectoryExists(target)) ViewConst::DeleteFolderOrApp(target);
+  if (!isFolder) ViewConst::DeleteFile(target);
+  const FolderItem left(target);
+  return !left.Exists() || (left.Directory() && !left.Alias()) != isFolder;
 }
 
 }  // namespace
@@ -81,13 +82,7 @@ void TessarineStubWindow::ApplyPatchFolder(const FolderItem& folder, const std::
     const bool taken = isFolder || (!name.starts_with('.') && item.Visible());
     if (isFolder && !deletes) {
       ApplyPatchFolder(item, relativePath.empty() ? name : relativePath + "/" + name, baseFolder);
-    } else if (taken && (!inside || IsNoName(name))) {
-      MessageBox("Patch Failed: " + target);
-    } else if (isFolder) {
-      const ViewConst::OpenedFolder opened((FolderItem(place)));
-      if (DirectoryExists(target)) ViewConst::DeleteFolderOrApp(target);
-      if (DirectoryExists(target)) MessageBox("Patch Failed: " + target);
-    } else if (taken && !ApplyItem(item, deletes, target)) {
+    } else if (taken && (!inside || IsNoName(name) || !ApplyItem(item, isFolder, deletes, target))) {
       MessageBox("Patch Failed: " + target);
     }
     Machine::Current().Yield();

@@ -4,17 +4,13 @@
 #include "engine/Target.h"
 #include "package/Scrambling.h"
 #include "platform/Application.h"
-#include "platform/Dialogs.h"
 #include "platform/Machine.h"
 #include "platform/Normalization.h"
 #include "platform/PrivateFolder.h"
 #include "session/TessarineStubWindow.h"
 #include "util/Files.h"
-#include "util/GlobalsKv.h"
 #include "util/Paths.h"
 #include "util/Strings.h"
-
-using GlobalsKv::gLineBreak;
 
 namespace {
 

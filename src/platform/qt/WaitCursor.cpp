@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/WaitCursor.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 
 WaitCursor::WaitCursor() {
