@@ -7,8 +7,6 @@
 #include "help/HelpTest.h"
 #include "platform/AppleEvent.h"
 
-namespace {
-
 /// The program that takes the events, on a connection of its own.
 class Viewer : public QDBusVirtualObject {
  public:
@@ -48,16 +46,13 @@ class Viewer : public QDBusVirtualObject {
   std::deque<std::string> fEvents;
 };
 
-}  // namespace
-
 class Events : public HelpTest {
  protected:
   Events() {
     const QString folder = QString::fromStdString(fTree.Path());
     // The bus knows how to start a viewer, and must not be made to.
-    fTree.Write(
-        "data/dbus-1/services/ombl.service",
-        "[D-BUS Service]\nName=org.tessarine.ombl\nExec=/usr/bin/touch " + fTree.Path("started") + "\n");
+    const std::string service = "[D-BUS Service]\nName=org.tessarine.ombl\nExec=/usr/bin/touch ";
+    fTree.Write("data/dbus-1/services/ombl.service", service + fTree.Path("started") + "\n");
     ::setenv("XDG_DATA_HOME", fTree.Path("data").c_str(), 1);
     fBus.start("dbus-daemon", {"--session", "--nofork", "--print-address", "--address=unix:dir=" + folder});
     fBus.waitForReadyRead();
@@ -65,8 +60,7 @@ class Events : public HelpTest {
     qputenv("DBUS_SESSION_BUS_ADDRESS", fAddress.toLatin1());
     fMachine.fPump = [this] { WaitForBus(); };
     fHelp.Init("Viewer", fTree.Path("media/Guide.hlp"), "");
-    fDocument = "System" + fTree.Path("media/Guide.hlp");
-    std::replace(fDocument.begin(), fDocument.end(), '/', ':');
+    for (const char c : "System" + fTree.Path("media/Guide.hlp")) fDocument += c == '/' ? ':' : c;
   }
   ~Events() override {
     StopBus();
@@ -111,8 +105,7 @@ TEST_F(Events, TheAnswerDecidesAndIsNotWaitedForLongerThanItsTimeOut) {
   EXPECT_TRUE(event.Send(1000));
   viewer.Be(Viewer::Manner::Refuses);
   EXPECT_FALSE(event.Send(1000));
-  for (int sent = 0; sent < 2; ++sent) viewer.Next();
-
+  viewer.Next(), viewer.Next();
   viewer.Be(Viewer::Manner::IsSilent);
   fMachine.fPump = [&] {
     fToolkit.DoEvents(0);
