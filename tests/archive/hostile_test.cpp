@@ -2,12 +2,9 @@
 // Archives that must be refused: the verdict, nothing changed outside, nothing left inside.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 #include "archive/Sandbox.h"
 
-namespace ziptest {
-namespace {
+using namespace ziptest;
 
 struct Row {
   const char* why;
@@ -28,7 +25,7 @@ void ExpectRefused(const std::vector<Row>& rows) {
       const Snapshot before = box.Look();
       const std::string told = box.Expand(row.bytes, {.wall = !there});
       EXPECT_TRUE(!told.empty() && told.find(row.sentence) != std::string::npos) << told;
-      std::filesystem::remove(box.Archive());
+      fs::remove(box.Archive());
       EXPECT_EQ(box.Look(), before);
     }
   }
@@ -239,6 +236,3 @@ TEST(Hostile, DataThatIsNotWhatItStates) {
   rows.push_back({"more than the disk holds", both(bomb, [](Says& s) { s.size = 0xFFFFFFFF; }), "room"});
   ExpectRefused(rows);
 }
-
-}  // namespace
-}  // namespace ziptest

@@ -7,7 +7,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <filesystem>
 #include <fstream>
 
 #include "archive/Sandbox.h"
@@ -15,20 +14,14 @@
 #include "platform/archive/Plan.h"
 #include "platform/posix/Descriptor.h"
 
-namespace fs = std::filesystem;
-
-namespace ziptest {
-namespace {
+using namespace ziptest;
 
 TEST(Ordinary, KindsModesContentAndLinks) {
   const std::string large(5 << 20, 'L'), small(999, 's');
   Item packed = Link("packed", "keep");
   packed.deflate = true;
-  const struct {
-    Item item;
-    const char* name;
-    std::string made;  // empty: nothing
-  } rows[] = {
+  // An item, its name and what it makes, if anything.
+  const std::tuple<Item, const char*, std::string> rows[] = {
       {Folder("Empty/"), "Empty", "folder 755"},
       {Folder("Closed/", 040555), "Closed", "folder 555"},
       {Folder("Odd/", 0100644), "Odd", "folder 755"},
@@ -54,9 +47,9 @@ TEST(Ordinary, KindsModesContentAndLinks) {
   };
   std::vector<Item> items;
   Snapshot expected = {{"implied", "folder 755"}, {"implied/deep", "folder 755"}};
-  for (const auto& row : rows) {
-    items.push_back(row.item);
-    if (!row.made.empty()) expected[row.name] = row.made;
+  for (const auto& [item, name, made] : rows) {
+    items.push_back(item);
+    if (!made.empty()) expected[name] = made;
   }
   const Sandbox box;
   const mode_t before = umask(077);  // modes are the archive's
@@ -100,10 +93,7 @@ TEST(Ordinary, FormsOfTheArchive) {
   Zip prepended64 = long64;
   prepended64.before = std::string(777, '#');
   const std::string named = Extra(0x7075, "\1" + Le(Crc("plain"), 4) + "a");
-  const struct {
-    const char* why;
-    Zip zip;
-  } rows[] = {
+  const std::pair<const char*, Zip> rows[] = {
       {"record behind the data", tailed(Tail::Short)},
       {"record with its mark", tailed(Tail::ShortMarked)},
       {"long record", tailed(Tail::Long)},
@@ -127,8 +117,7 @@ TEST(Ordinary, FormsOfTheArchive) {
     EXPECT_EQ(box.Expand(bytes), "");
     return box.Look("target");
   };
-  for (const auto& row : rows)
-    EXPECT_EQ(made(row.zip.Bytes()), (Snapshot{{"a", "file 644 alpha"}, {"b", "file 644 beta"}})) << row.why;
+  for (const auto& [why, zip] : rows) EXPECT_EQ(made(zip.Bytes()), Items("a: alpha|b: beta")) << why;
   EXPECT_EQ(made(ZipOf({})), Snapshot{});
   EXPECT_EQ(made(ZipOf({File("a")}) + std::string(10'000, '\0')).size(), 1u) << "filled up to a block";
   EXPECT_EQ(made(ZipOf({File("last.zip", ZipOf({File("a")}))})).size(), 1u) << "no second end";
@@ -256,6 +245,3 @@ TEST(Ordinary, AStreamLongerThanItsFieldIsTakenWhenThereIsRoom) {
     EXPECT_EQ(count.made, room ? asked + 5 : 0);
   }
 }
-
-}  // namespace
-}  // namespace ziptest

@@ -2,15 +2,11 @@
 // The helper as a program: its arguments, its progress, its end at a bad moment.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <sstream>
 
 #include "archive/Sandbox.h"
 
-namespace fs = std::filesystem;
-
-namespace ziptest {
-namespace {
+using namespace ziptest;
 
 /// Many small files and a large one: enough work to be interrupted in.
 std::string MuchWork() {
@@ -38,10 +34,7 @@ class Program : public ::testing::Test, public Sandbox {
 
 TEST_F(Program, TakesItsArguments) {
   Write("-a.zip", ZipOf({File("f")}));
-  const struct {
-    const char* arguments;
-    int status;
-  } rows[] = {
+  const std::pair<const char*, int> rows[] = {
       {"-xk -- -a.zip -b", 0},    {"-xk -a.zip -b", 0},
       {"-x -k -a.zip -b", 0},     {"-xk --new -a.zip .", 0},
       {"-xk --new -a.zip no", 1}, {"-xk -a.zip made/by/it", 0},
@@ -50,16 +43,15 @@ TEST_F(Program, TakesItsArguments) {
       {"-x -a.zip -b", 2},        {"-xk -a.zip", 2},
       {"-xk -q -a.zip -b", 2},    {"", 2},
   };
-  for (const auto& row : rows) {
-    const Outcome outcome = RunShell("cd " + Path() + " && \"$DITTO\" " + row.arguments);
-    EXPECT_EQ(outcome.status, row.status) << row.arguments << ": " << outcome.err;
-    EXPECT_EQ(outcome.err.empty(), row.status == 0) << row.arguments;
-    EXPECT_EQ(outcome.out, "") << row.arguments;
+  for (const auto& [arguments, status] : rows) {
+    const Outcome outcome = RunShell("cd " + Path() + " && \"$DITTO\" " + arguments);
+    EXPECT_EQ(outcome.status, status) << arguments << ": " << outcome.err;
+    EXPECT_TRUE(outcome.err.empty() == (status == 0) && outcome.out.empty()) << arguments;
   }
   EXPECT_TRUE(Has("-b/f") && Has("made/by/it/f"));
 }
 
-TEST_F(Program, TellsItsProgress) {
+TEST_F(Program, TellsItsProgressAndGoesOnWhenNobodyReads) {
   Write("a.zip", MuchWork());
   const Outcome outcome = RunShell(Ditto("--no-sync --progress"));
   ASSERT_EQ(outcome.status, 0) << outcome.err;
@@ -69,15 +61,11 @@ TEST_F(Program, TellsItsProgress) {
   EXPECT_TRUE(lines >> word >> total && word == "total" && total == (30u << 20) + 3000 * 8);
   for (; lines >> word && word == "written" && lines >> written; last = written) EXPECT_GT(written, last);
   EXPECT_TRUE(last == total && word == "done");
-}
-
-TEST_F(Program, GoesOnWhenNobodyReads) {
-  Write("a.zip", MuchWork());
   for (const char* reader : {" | true", " | sleep 0.3", " >&-", " >/dev/full"}) {
     fs::remove_all(Target());
-    const Outcome outcome =
+    const Outcome unread =
         RunShell("{ " + Ditto("--no-sync --progress") + "; echo $? >" + Path("status") + "; }" + reader);
-    EXPECT_EQ(Read("status"), "0\n") << reader << outcome.err;
+    EXPECT_EQ(Read("status"), "0\n") << reader << unread.err;
     EXPECT_TRUE(Has("target/t/large")) << reader;
   }
 }
@@ -208,6 +196,3 @@ TEST_F(Program, ReportsLimitsAndAFullDisk) {
   EXPECT_NE(outcome.err.find("No space left"), std::string::npos) << outcome.err;
   EXPECT_TRUE(Empty());
 }
-
-}  // namespace
-}  // namespace ziptest

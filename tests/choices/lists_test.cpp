@@ -42,9 +42,7 @@ TEST(ItemList, AnswersFindTheirItems) {
 
 TEST(ItemPlace, StandsBesideWhatExistsAndNowhereElse) {
   const std::set<std::string> folders = {"/a/Tools", "/a/Tools/", "/a/Tools/Sub", "/a/Tools/Sub/"};
-  const struct {
-    const char *why, *target, *expansion, *merge;
-  } rows[] = {
+  const char* const rows[][4] = {
       {"the target folder itself", "Tools", "/a/Tools_X", "/a/Tools"},
       {"in any case", "tOOLS", "/a/Tools_X", "/a/Tools"},
       {"a folder that is there", "Sub", "/a/Tools/Sub_X", "/a/Tools/Sub"},
@@ -55,12 +53,11 @@ TEST(ItemPlace, StandsBesideWhatExistsAndNowhereElse) {
       {"a closing separator", "Sub/", "/a/Tools/Sub/_X", "/a/Tools/Sub/"},
   };
   const auto isFolder = [&folders](const std::string& path) { return folders.contains(path); };
-  for (const auto& row : rows) {
-    const std::optional<ItemPlace> place = PlanItem("/a/Tools", row.target, "_X", isFolder);
-    ASSERT_TRUE(place) << row.why;
-    EXPECT_EQ(place->expansionFolder, row.expansion) << row.why;
-    EXPECT_EQ(place->mergeFolder, row.merge) << row.why;
-    EXPECT_EQ(place->Staged(), *row.merge != '\0') << row.why;
+  for (const auto& [why, target, expansion, merge] : rows) {
+    const std::optional<ItemPlace> place = PlanItem("/a/Tools", target, "_X", isFolder);
+    ASSERT_TRUE(place) << why;
+    EXPECT_EQ(place->expansionFolder + " " + place->mergeFolder, std::string(expansion) + " " + merge) << why;
+    EXPECT_EQ(place->Staged(), *merge != '\0') << why;
   }
   for (const char* target : {"..", ".", "../Tools", "Sub/../..", "/a", "/", "Sub//New", "a\nb"})
     EXPECT_FALSE(PlanItem("/a/Tools", target, "_X", [](const auto&) { return true; })) << target;

@@ -6,10 +6,7 @@
 #include "platform/Controls.h"
 #include "platform/qt/NativeWindow.h"
 
-class Wait : public HttpTest {
- protected:
-  static constexpr std::int64_t kForever = 1'000'000'000;
-};
+class Wait : public HttpTest {};
 
 TEST_F(Wait, LastsWholeSecondsUntilTheEndOrTheLimit) {
   const struct {
@@ -28,8 +25,7 @@ TEST_F(Wait, LastsWholeSecondsUntilTheEndOrTheLimit) {
 }
 
 TEST_F(Wait, ATimerRunsOnceOrAgainAndAgain) {
-  int once = 0;
-  int often = 0;
+  int once = 0, often = 0;
   Timer single(1000, Timer::Mode::Single);
   Timer multiple(1000, Timer::Mode::Multiple);
   const Timer idle(1000, Timer::Mode::Single);  // without an action
@@ -79,11 +75,8 @@ TEST_F(Wait, ASocketMayGoInItsOwnEvent) {
   }
 }
 
-namespace {
-
 /// A window with a button, which notes all that happens to it.
-class Desk : public Window {
- public:
+struct Desk : Window {
   Desk() : Window({200, 100}, "Desk") {
     Button.OnAction([this] { ++fPressed; });
     Native().installEventFilter(&fWatch);
@@ -95,7 +88,7 @@ class Desk : public Window {
     QTest::keyClick(&Native(), Qt::Key_Return);
     QCloseEvent request;
     QCoreApplication::sendEvent(Native().windowHandle(), &request);
-    fWatch.painted = 0;
+    fWatch.fPainted = 0;
     Native().update();
   }
   bool Event_CancelClose(bool /*appQuitting*/) override {
@@ -103,19 +96,16 @@ class Desk : public Window {
     return true;
   }
   PushButton Button{*this, "Button", {20, 20, 80, 20}, "Press", PushButton::Default};
-  int fPressed = 0;
-  int fClosed = 0;
+  int fPressed = 0, fClosed = 0;
 
   struct Watch : QObject {
     bool eventFilter(QObject* /*watched*/, QEvent* event) override {
-      if (event->type() == QEvent::Paint) ++painted;
+      if (event->type() == QEvent::Paint) ++fPainted;
       return false;
     }
-    int painted = 0;
+    int fPainted = 0;
   } fWatch;
 };
-
-}  // namespace
 
 TEST_F(Wait, WindowsRepaintAndTheUsersInputIsDropped) {
   Desk desk;
@@ -129,7 +119,7 @@ TEST_F(Wait, WindowsRepaintAndTheUsersInputIsDropped) {
   });
   EXPECT_EQ(GlobalsKv::HttpGet(fServer.Address("/hang"), 3), "");
   EXPECT_EQ(windows, 1) << "nothing but the desk is shown";
-  EXPECT_GT(desk.fWatch.painted, 0);
+  EXPECT_GT(desk.fWatch.fPainted, 0);
   EXPECT_EQ(desk.fPressed + desk.fClosed, 0);
   EXPECT_TRUE(desk.Visible());
   QTest::qWait(5);
@@ -145,7 +135,7 @@ TEST_F(Wait, EndsWhenTheProgramQuits) {
   std::string answer = "none";
   const int status = TestApplication().Run([&] {
     QTimer::singleShot(5, [] { Application::Quit(7); });
-    answer = GlobalsKv::HttpGet(fServer.Address("/hang"), kForever);
+    answer = GlobalsKv::HttpGet(fServer.Address("/hang"), 1'000'000'000);
   });
   EXPECT_EQ(status, 7);
   EXPECT_EQ(answer, "");

@@ -37,15 +37,10 @@ TEST_F(Archives, ATreeKeepsItsRightsLinksTimesAndNames) {
   ASSERT_EQ("", Pack());
 
   const std::string archive = Unscrambled(Resource("Data2"));
-  EXPECT_EQ((Contents{{"Lamp", "folder 755"},
-                      {"Lamp/Current", "link to Fixed"},
-                      {"Lamp/Dangling", "link to ../nowhere"},
-                      {"Lamp/Empty", "folder 755"},
-                      {"Lamp/Fixed", "folder 555"},
-                      {"Lamp/Fixed/file", "file 444 "},
-                      {"Lamp/Grüße – 京都.txt", "file 644 é"},
-                      {"Lamp/Read Me.txt", "file 644 Hello.\n"},
-                      {"Lamp/Tool", "file 777 " + std::string(5000, 'x')}}),
+  EXPECT_EQ(Items("Lamp/|Lamp/Current: link to Fixed|Lamp/Dangling: link to ../nowhere|Lamp/Empty/|"
+                  "Lamp/Fixed: folder 555|Lamp/Fixed/file: file 444 |Lamp/Grüße – 京都.txt: é|"
+                  "Lamp/Read Me.txt: Hello.\n|Lamp/Tool: file 777 " +
+                  std::string(5000, 'x')),
             Expanded(archive));
   EXPECT_NE(std::string::npos, archive.find("UT\x05\0\x01\x78\x56\x34\x12"s)) << "the time of the tool";
   // Bit 11 of the flags of the local header says that the name is UTF-8.

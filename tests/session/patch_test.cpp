@@ -61,9 +61,9 @@ TEST_F(Patches, NeedTheirInstallationAndTheirFolder) {
 }
 
 TEST_F(Patches, MergeFileByFile) {
-  for (const char* name :
-       {"kept", "same", "Sub/kept", "Sub/same", "Sub/Gone/deep/file", "gone.txt", "Gone/file", "full/kept",
-        "file to folder", ".dot", "listed", "real", "Sub/Full/kept"})
+  for (const std::string& name :
+       Words("kept|same|Sub/kept|Sub/same|Sub/Gone/deep/file|gone.txt|Gone/file|full/kept|"
+             "file to folder|.dot|listed|real|Sub/Full/kept"))
     Installed(name);
   Installed("tool", 0755);
   Installed("frozen", 0444);
@@ -72,28 +72,11 @@ TEST_F(Patches, MergeFileByFile) {
   fTree.Write("outside/file", "kept");
   fTree.Link("Applications/Demo/out", fTree.Path("outside"));
   fTree.Write("Applications/DemoPatch/stale", "left by a run that was cut short");
-  for (const char* name : {"same",
-                           "new",
-                           "Sub/same",
-                           "Sub/new",
-                           "Far/away/new",
-                           "Inside/through",
-                           "frozen",
-                           "alias",
-                           "*Delete*gone.txt",
-                           "Gone*delete*/ignored",
-                           "Sub/*DELETE*Gone/x",
-                           "none*Delete*",
-                           "Sub/None*Delete*/x",
-                           ".dot",
-                           "listed",
-                           ".Folder/seen",
-                           "listed*Delete*",
-                           ".dot*Delete*",
-                           "*Delete*.dot",
-                           "file to folder/new",
-                           "full*Delete*",
-                           "out*Delete*/x"})
+  for (const std::string& name :
+       Words("same|new|Sub/same|Sub/new|Far/away/new|Inside/through|frozen|alias|*Delete*gone.txt|"
+             "Gone*delete*/ignored|Sub/*DELETE*Gone/x|none*Delete*|Sub/None*Delete*/x|.dot|listed|"
+             ".Folder/seen|listed*Delete*|.dot*Delete*|*Delete*.dot|file to folder/new|full*Delete*|"
+             "out*Delete*/x"))
     Brings(name);
   Brings("tool", 0700);
   BringsLink("link", "real");
@@ -109,33 +92,13 @@ TEST_F(Patches, MergeFileByFile) {
   ExpectInstallPressed();
   fScript.ExpectMessage("Patch Failed: " + fTree.Path("Applications/Demo/file to folder/new"));
   RunPatch();
-  EXPECT_EQ(fTree.Look("Applications"), (Contents{{"Demo", "folder 755"},
-                                                  {"Demo/kept", "file 644 old"},
-                                                  {"Demo/same", "file 644 new"},
-                                                  {"Demo/new", "file 644 new"},
-                                                  {"Demo/Sub", "folder 755"},
-                                                  {"Demo/Sub/kept", "file 644 old"},
-                                                  {"Demo/Sub/same", "file 644 new"},
-                                                  {"Demo/Sub/new", "file 644 new"},
-                                                  {"Demo/Sub/through", "file 644 new"},
-                                                  {"Demo/Sub/Full", "folder 755"},
-                                                  {"Demo/Sub/Full/kept", "file 644 old"},
-                                                  {"Demo/Far", "folder 755"},
-                                                  {"Demo/Far/away", "folder 755"},
-                                                  {"Demo/Far/away/new", "file 644 new"},
-                                                  {"Demo/Inside", "link to Sub"},
-                                                  {"Demo/frozen", "file 644 new"},
-                                                  {"Demo/alias", "file 644 new"},
-                                                  {"Demo/real", "file 644 old"},
-                                                  {"Demo/full", "folder 755"},
-                                                  {"Demo/full/kept", "file 644 old"},
-                                                  {"Demo/file to folder", "file 644 old"},
-                                                  {"Demo/.dot", "file 644 old"},
-                                                  {"Demo/.Folder", "folder 755"},
-                                                  {"Demo/.Folder/seen", "file 644 new"},
-                                                  {"Demo/listed", "file 644 old"},
-                                                  {"Demo/tool", "file 700 new"},
-                                                  {"Demo/link", "link to real"}}));
+  EXPECT_EQ(fTree.Look("Applications"),
+            Items("Demo/|Demo/kept: old|Demo/same: new|Demo/new: new|Demo/Sub/|Demo/Sub/kept: old|"
+                  "Demo/Sub/same: new|Demo/Sub/new: new|Demo/Sub/through: new|Demo/Sub/Full/|"
+                  "Demo/Sub/Full/kept: old|Demo/Far/|Demo/Far/away/|Demo/Far/away/new: new|"
+                  "Demo/Inside: link to Sub|Demo/frozen: new|Demo/alias: new|Demo/real: old|Demo/full/|"
+                  "Demo/full/kept: old|Demo/file to folder: old|Demo/.dot: old|Demo/.Folder/|"
+                  "Demo/.Folder/seen: new|Demo/listed: old|Demo/tool: file 700 new|Demo/link: link to real"));
   EXPECT_EQ(fTree.Look("outside"), (Contents{{"file", "file 644 kept"}}));
   EXPECT_TRUE(hidden) << "while it is merged";
   EXPECT_GE(fMachine.Ticks(), 2 * 60) << "the removal begins two seconds behind the merge";

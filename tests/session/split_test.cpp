@@ -31,12 +31,7 @@ TEST(Location, IsReadFromThePathAlone) {
 }
 
 TEST(SplitSet, NumberedPiecesComeFirstAndTheirFoldersInTurn) {
-  const struct {
-    std::set<std::string> files;
-    int index;
-    const char* path;
-    bool last;
-  } rows[] = {
+  const std::tuple<std::set<std::string>, int, const char*, bool> rows[] = {
       {{"/a/Data#2", "/a/Data#End"}, 2, "/a/Data#2", false},
       {{"/a/Data#2", "/a/Data#End"}, 3, "/a/Data#End", true},
       {{"/a/Data#3"}, 2, "", false},
@@ -45,11 +40,11 @@ TEST(SplitSet, NumberedPiecesComeFirstAndTheirFoldersInTurn) {
       {{"/a/Data#10"}, 10, "/a/Data#10", false},
       {{"/a/Data#02", "/a/data#2"}, 2, "", false},
   };
-  for (const auto& row : rows) {
-    const auto piece = FindPiece({"/a/", "/b/"}, row.index,
-                                 [&](const std::string& path) { return row.files.contains(path); });
-    EXPECT_EQ(piece ? piece->path : "", row.path);
-    EXPECT_EQ(piece && piece->last, row.last);
+  for (const auto& [files, index, path, last] : rows) {
+    const auto piece = FindPiece({"/a/", "/b/"}, index,
+                                 [&there = files](const std::string& name) { return there.contains(name); });
+    EXPECT_EQ(piece ? piece->path : "", path);
+    EXPECT_EQ(piece && piece->last, last);
   }
   EXPECT_TRUE(IsFolderText("/media/My CD/") && IsFolderText("/"));
   for (const char* text : {"", "media/", "/media/cd", "/media/cd/\n", "TessarineWait", "/a/\n/b/"})

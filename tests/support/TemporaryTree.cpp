@@ -79,6 +79,25 @@ TemporaryTree::Contents TemporaryTree::Look(const std::string& name) const {
   return contents;
 }
 
+std::vector<std::string> Words(const std::string& list) {
+  std::vector<std::string> words;
+  std::istringstream text(list);
+  for (std::string word; std::getline(text, word, '|');) words.push_back(word);
+  return words;
+}
+
+TemporaryTree::Contents Items(const std::string& list) {
+  TemporaryTree::Contents items;
+  for (const std::string& word : Words(list)) {
+    const std::size_t colon = word.find(": ");
+    std::string what = colon == std::string::npos ? "folder 755" : word.substr(colon + 2);
+    if (!what.starts_with("folder ") && !what.starts_with("file ") && !what.starts_with("link to "))
+      what.insert(0, "file 644 ");
+    items[word.substr(0, std::min(colon, word.size() - 1))] = what;
+  }
+  return items;
+}
+
 SmallDisk::SmallDisk(const std::string& folder, unsigned kilobytes) : fFolder(folder) {
   const std::string size = "size=" + std::to_string(kilobytes) + "k";
   fMounted = ::unshare(CLONE_NEWNS) == 0 &&

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace fs = std::filesystem;
 
@@ -34,6 +35,13 @@ class TemporaryTree {
  private:
   std::string fRoot;
 };
+
+/// The texts between the bars of `list`.
+std::vector<std::string> Words(const std::string& list);
+
+/// What is to be found, in words: "a/" is a plain folder, "a/b: text" a plain file with that text, and
+/// "a/c: link to b" whatever Look() says of it.
+TemporaryTree::Contents Items(const std::string& list);
 
 /// A file system of its own on an existing folder, for this process alone. Needs the right to mount;
 /// without it Mounted() is false and the case skips.

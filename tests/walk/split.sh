@@ -59,23 +59,4 @@ press Return
 await_end "$copy"
 cmp "$work/payload/Demo/data" "$work/chosen/Demo/data" || die "the installed file differs"
 [ "$(ls -A "$work/chosen")" = Demo ] || die "left beside the target: $(ls -A "$work/chosen")"
-
-echo "split: the note beside the copy"
-rm -rf "$work/chosen/Demo"
-mv "$work/drive" "$work/disc3"
-mv "$work/out.3" "$work/disc2"
-mv "$work/out.2" "$work/drive"
-"$work/drive/Setup.app/Contents/MacOS/TessarineStub" &
-installer=$!
-await_window "Split"
-press Return
-await_end "$installer"
-await_window "Install"
-copy=$(pgrep -f "^$temporary/[0-9]{4}/Setup.app/Contents/MacOS/TessarineStub")
-printf 'mine' | xclip -i -selection clipboard
-cp -t "$work/drive" "$work/disc2/Data#2" "$work/disc3/Data#End"
-enter "$work/chosen"
-press Return
-await_end "$copy"
-cmp "$work/payload/Demo/data" "$work/chosen/Demo/data" || die "the installed file differs"
 echo "split: passed"
