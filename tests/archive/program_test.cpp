@@ -32,6 +32,32 @@ class Program : public ::testing::Test, public Sandbox {
   }
 };
 
+TEST_F(Program, LooksAtAPackagesArchiveWithoutWriting) {
+  std::string good = ZipOf({Packed("t/large", std::string(3 << 20, 'x')), File("t/a")});
+  std::string bad = good;
+  bad[bad.find("content") + 1] ^= 1;  // of a stored entry
+  for (std::string* bytes : {&good, &bad})
+    for (std::size_t i = 1; i < bytes->size(); i += 2) ++(*bytes)[i];
+  Write("good", good);
+  Write("bad", bad);
+  const struct {
+    const char* arguments;
+    int status;
+  } rows[] = {{"--plan --scrambled good", 0},
+              {"--check --scrambled good", 0},
+              {"--plan --scrambled bad", 0},
+              {"--check --scrambled bad", 1},
+              {"--plan good", 1}};
+  for (const auto& row : rows) {
+    const Outcome outcome =
+        RunShell("cd " + Path() + " && \"$DITTO\" -xk --progress " + row.arguments + " nowhere");
+    EXPECT_EQ(outcome.status, row.status) << row.arguments << ": " << outcome.err;
+    const bool readable = row.arguments != std::string("--plan good");
+    EXPECT_EQ(outcome.out.starts_with("total 3145736\n"), readable) << row.arguments << outcome.out;
+    EXPECT_FALSE(Has("nowhere")) << row.arguments;
+  }
+}
+
 TEST_F(Program, TakesItsArguments) {
   Write("-a.zip", ZipOf({File("f")}));
   const std::pair<const char*, int> rows[] = {

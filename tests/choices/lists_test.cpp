@@ -9,10 +9,10 @@
 #include "choices/MergeStaging.h"
 #include "support/TestMachine.h"
 
-using Items = std::vector<ListItem>;
+using Rows = std::vector<ListItem>;
 
 TEST(ItemList, FieldsAreTakenAsTheyStand) {
-  const std::pair<const char*, Items> rows[] = {
+  const std::pair<const char*, Rows> rows[] = {
       {"", {}},
       {"a", {{"a", "", "", ""}}},
       {" A b , x/y.zip ,T/U,tip|", {{" A b ", " x/y.zip ", "T/U", "tip"}, {}}},
@@ -25,7 +25,7 @@ TEST(ItemList, FieldsAreTakenAsTheyStand) {
 }
 
 TEST(ItemList, AnswersFindTheirItems) {
-  const Items items = ParseItems("One,1|two,2|ONE,3|,4");
+  const Rows items = ParseItems("One,1|two,2|ONE,3|,4");
   EXPECT_EQ(ChosenItem(items, "one")->source, "3") << "the last one of that name";
   EXPECT_FALSE(ChosenItem(items, "three"));
   const auto sources = [&items](const std::string& names) {
