@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// From the package to an installed folder. One straight run: nothing is rolled back, and what fails
-// is told to the user where it happens.
+// From the package to an installed folder. One straight run: what fails is told to the user where it happens,
+// and leaves an earlier installation as it was.
 #include "dialogs/YesNoDialog.h"
 #include "engine/Target.h"
 #include "package/SplitSet.h"
