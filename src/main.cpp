@@ -26,11 +26,14 @@ bool SharesClipboard() {
 int main(int argc, char** argv) {
   // A helper or program that ends while it is written to must not end the install.
   std::signal(SIGPIPE, SIG_IGN);
+  // A limit on the size of files comes as an error of the write.
+  std::signal(SIGXFSZ, SIG_IGN);
   // Started by a program that ignores its children's ends, this one would never learn how its own ended.
   std::signal(SIGCHLD, SIG_DFL);
   auto machine = std::make_unique<QtMachine>();
   Machine::Install(machine.get());
   Application application(argc, argv, SharesClipboard);
+  application.QuitOnSignals();
   const int status = App(application).Run();
   machine.reset();
   std::fflush(nullptr);

@@ -12,7 +12,9 @@
 #include <thread>
 
 #include "cleanup/Order.h"
+#include "platform/Brake.h"
 #include "platform/posix/TreeDelete.h"
+#include "platform/posix/TreeLook.h"
 
 namespace {
 
@@ -44,6 +46,17 @@ std::string OwnBundle() {
   return end == std::string::npos ? "" : path.substr(0, end);
 }
 
+/// Why the item stays; empty when it may go. Known before anything of it is touched.
+std::string Objection(const std::string& path) {
+  KeptFolders kept;
+  kept.AddEverybodys();
+  const std::string reason = ReasonToStay(path, kept);
+  if (!reason.empty()) return reason;
+  if (::faccessat(AT_FDCWD, path.substr(0, path.rfind('/') + 1).c_str(), W_OK | X_OK, AT_EACCESS) != 0)
+    return "its folder can't be changed";
+  return LookAtTree(path, [] {}).deletable ? "" : "something in it can't be removed";
+}
+
 std::string TakeOrder(const std::string& file) {
   std::string order;
   std::ifstream stream(file);
@@ -59,7 +72,7 @@ int main() {
   if (bundle.empty()) return 1;
   const std::string path = PathOfOrder(TakeOrder(bundle.substr(0, bundle.rfind('.')) + ".data"));
   if (!path.empty() && !InstallerHasEnded(path)) return 1;
-  const std::string objection = path.empty() ? "the order is unclear" : Objection(path, KeptFolders());
+  const std::string objection = path.empty() ? "the order is unclear" : Objection(path);
   if (!objection.empty()) {
     std::fprintf(stderr, "cleanup: \"%s\" stays: %s\n", path.c_str(), objection.c_str());
     return 1;

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The expansion helper: ditto -xk [--new] [--progress] [--no-sync] [--scrambled] [--check|--plan]
-//                             [--with-parent] ARCHIVE FOLDER
+// The expansion helper: ditto -xk [--new] [--ours] [--progress] [--no-sync] [--scrambled] [--check|--plan]
+//                             [--with-parent=PROCESS] ARCHIVE FOLDER
 #include <sys/prctl.h>
 #include <unistd.h>
 
 #include <atomic>
+#include <charconv>
 #include <csignal>
 #include <cstdio>
 #include <optional>
@@ -17,6 +18,7 @@
 namespace {
 
 constexpr int kFailed = 1, kBadUsage = 2;
+constexpr std::string_view kWithParent = "--with-parent=";
 
 std::atomic<bool> gStop{false};
 static_assert(std::atomic<bool>::is_always_lock_free);
@@ -36,7 +38,7 @@ void SetSignals() {
 struct Command {
   archive::ExpandOptions options;
   bool progress = false;
-  bool withParent = false;  // whoever started it is gone: it stops and leaves nothing
+  pid_t parent = 0;  // when that process is gone, this one stops and leaves nothing
 };
 
 /// False for a word that is none of these.
@@ -46,6 +48,8 @@ bool TakeOption(std::string_view word, Command& command) {
     command.options.mustBeNew = true;
   else if (word == "--progress")
     command.progress = true;
+  else if (word == "--ours")
+    command.options.folderIsOurs = true;
   else if (word == "--no-sync")
     command.options.flush = false;
   else if (word == "--scrambled")
@@ -54,8 +58,9 @@ bool TakeOption(std::string_view word, Command& command) {
     command.options.extent = Extent::Check;
   else if (word == "--plan")
     command.options.extent = Extent::Plan;
-  else if (word == "--with-parent")
-    command.withParent = true;
+  else if (word.starts_with(kWithParent))
+    return std::from_chars(word.data() + kWithParent.size(), word.data() + word.size(), command.parent).ptr ==
+           word.data() + word.size();
   else
     return false;
   return true;
@@ -86,16 +91,16 @@ int main(int count, char** arguments) {
   std::optional<Command> command = Parse(count, arguments);
   if (!command) {
     std::fputs(
-        "usage: ditto -xk [--new] [--progress] [--no-sync] [--scrambled] [--check|--plan] "
-        "[--with-parent] [--] ARCHIVE FOLDER\n",
+        "usage: ditto -xk [--new] [--ours] [--progress] [--no-sync] [--scrambled] [--check|--plan] "
+        "[--with-parent=PROCESS] [--] ARCHIVE FOLDER\n",
         stderr);
     return kBadUsage;
   }
   SetSignals();
-  if (command->withParent) {
+  if (command->parent > 0) {
     static_cast<void>(::prctl(PR_SET_PDEATHSIG, SIGTERM));
-    // Gone in between: then init or a reaper is the parent, and nobody waits for this.
-    if (::getppid() == 1) gStop = true;
+    // Gone before that call: then another process is the parent, and nobody waits for this one.
+    if (::getppid() != command->parent) gStop = true;
   }
   command->options.wall = true;
   command->options.stop = &gStop;

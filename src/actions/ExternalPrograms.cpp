@@ -21,7 +21,7 @@ constexpr std::int64_t kPollInterval = 60;
 void WaitBeyond(std::int64_t ticks) {
   Machine& machine = Machine::Current();
   const std::int64_t start = machine.Ticks();
-  while (machine.Ticks() <= start + ticks) machine.DoEvents(10);
+  while (machine.Ticks() <= start + ticks && !machine.Ending()) machine.DoEvents(10);
 }
 
 }  // namespace
@@ -78,8 +78,9 @@ bool TessarineStubWindow::CommunicateWithExecutable() {
     do {
       WaitBeyond(kPollInterval);
       text = Machine::Current().ClipboardText();
-    } while (ReadAnswer(text).kind == ProgramAnswer::Kind::Wait);
+    } while (ReadAnswer(text).kind == ProgramAnswer::Kind::Wait && !Machine::Current().Ending());
   }
+  if (Machine::Current().Ending()) return false;
   const ProgramAnswer answer = ReadAnswer(text);
   if (!answer.message.empty()) MessageBox(answer.message);
   if (answer.kind == ProgramAnswer::Kind::Abort) return false;
@@ -97,6 +98,7 @@ void TessarineStubWindow::DoShellFile(const std::string& name) {
   ViewConst::DataFileRead(fTargetFolder + "/" + name, text);
   Shell shell;
   for (const std::string& line : ScriptLines(text)) {
+    if (Machine::Current().Ending()) return;
     shell.Execute(line);
     Machine::Current().Yield();
   }

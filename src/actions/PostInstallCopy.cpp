@@ -35,6 +35,13 @@ bool MayCopy(const Action& action, const std::string& destination) {
   return !action.tested || DirectoryExists(FromHome(action.folderTest));
 }
 
+/// Into a folder that stands there; anything else is replaced by the whole new one.
+bool CopyFolderTo(const std::string& source, const std::string& destination) {
+  const FolderItem there(destination);
+  const bool replaces = there.Exists() && (there.Alias() || !there.Directory());
+  return replaces ? ViewConst::CopyFile(source, destination) : ViewConst::CopyFolder(source, destination);
+}
+
 void Copy(const Action& action, const std::string& source) {
   const std::string destination = FromHome(action.destination);
   if (!MayCopy(action, destination)) return;
@@ -47,10 +54,9 @@ void Copy(const Action& action, const std::string& source) {
   if (!folder.empty() && !DirectoryExists(folder)) MakeFolders(folder);
   // A copy onto itself would begin with the loss of the only one.
   if (FolderItem(source).Place() == FolderItem(destination).Place()) return;
-  if (FileExists(destination)) ViewConst::DeleteFile(destination);
   if (!DirectoryExists(source)) {
     if (!ViewConst::CopyFile(source, destination)) Complain("File Copy Failed: " + name);
-  } else if (!ViewConst::CopyFolder(source, destination)) {
+  } else if (!CopyFolderTo(source, destination)) {
     Complain("Folder Copy Failed: " + name);
   } else if (GoesThroughSharedFolder(destination)) {
     TakeThroughSharedFolder(destination);
@@ -61,6 +67,7 @@ void Copy(const Action& action, const std::string& source) {
 
 void TessarineStubWindow::PostInstallCopy() {
   for (const Action& action : ParseActions(fPostCopy)) {
+    if (Machine::Current().Ending()) return;
     switch (action.kind) {
       case Action::Kind::Delete:
         ViewConst::DeleteItem(FromHome(action.value));
@@ -82,6 +89,7 @@ void TessarineStubWindow::PostInstallCopy() {
         break;  // done ahead of the expansion
       case Action::Kind::Copy:
         Copy(action, fTargetFolder + "/" + action.source);
+        fInstalled.push_back(FromHome(action.destination));
         break;
       case Action::Kind::Invalid:
         Complain("Contact Publisher");

@@ -23,6 +23,7 @@ void Save(const std::string& source, const std::string& destination) {
 
 void TessarineStubWindow::PreInstallCopy() {
   for (const Action& action : ParseActions(fPostCopy)) {
+    if (Machine::Current().Ending()) return;
     if (action.kind == Action::Kind::PreInstallDelete) ViewConst::DeleteItem(action.value);
     if (action.kind == Action::Kind::PreInstallCopy) Save(action.source, action.destination);
     Machine::Current().Yield();

@@ -26,9 +26,9 @@ void TakeThroughSharedFolder(const std::string& bundle) {
     ViewConst::DeleteFolderOrApp(temporary);
     return;
   }
-  ViewConst::DeleteFolderOrApp(bundle);
   ViewConst::Sleep(1);
-  // A copy that fails here leaves the one under way as the only whole one.
-  if (ViewConst::CopyFolder(temporary, bundle)) ViewConst::DeleteFolderOrApp(temporary);
+  // The second writing stands whole before the first goes; one that fails leaves the first as it is.
+  static_cast<void>(ViewConst::CopyFileB(temporary, bundle));
+  ViewConst::DeleteFolderOrApp(temporary);
   ViewConst::Sleep(1);
 }

@@ -98,7 +98,7 @@ bool TessarineStubWindow::InstallItem(const ItemPlace& place,
   const FolderItem expansion(place.expansionFolder);
   const MadeFolders made(expansion.Parent());
   const ViewConst::OpenedFolder opened(expansion.Parent());
-  PrivateFolder::RemoveLeft(expansion.Parent());
+  PrivateFolder::TidyUp(expansion.Parent());
   const std::optional<PrivateFolder> hidden = PrivateFolder::Make(expansion.Parent());
   if (!hidden) return false;
   const std::string folder = hidden->Item().Child(expansion.Name()).NativePath();

@@ -14,8 +14,9 @@
 
 namespace {
 
-void KeepWindowsAlive() {
+bool KeepWindowsAlive() {
   Machine::Current().Yield();
+  return !Machine::Current().Ending();
 }
 
 /// The folders that the started installer may have lain in, as it has told: by the file beside this copy,
@@ -62,7 +63,7 @@ bool TessarineStubWindow::JoinPieces(const std::string& firstPiecePath, const Fo
     if (!Append(piece->path, *archive)) return false;
     EjectIfDisc(piece->folder);
     if (piece->last) return archive->Close();
-    KeepWindowsAlive();
+    if (!KeepWindowsAlive()) return false;
   }
 }
 

@@ -7,7 +7,9 @@
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
+#include "platform/PrivateFolder.h"
 #include "session/TessarineStubWindow.h"
+#include "util/Brake.h"
 #include "util/Files.h"
 #include "util/GlobalsKv.h"
 #include "util/Paths.h"
@@ -23,12 +25,13 @@ namespace {
 /// chosen folder, nor where nothing could be put in its place, nor what holds a disk or this installer.
 bool IsSafeTarget(const std::string& parent, const std::string& target) {
   const FolderItem item(target);
-  const std::string executable = FolderItem(Machine::Current().ExecutableFile()).ResolvedPath();
   // What lies there goes sooner or later.
   const std::string temporary = Machine::Current().TemporaryFolder();
   if (!temporary.empty() && LiesIn(item.ResolvedPath(), FolderItem(temporary).ResolvedPath())) return false;
+  // What can't be deleted at all is told later, with the advice what to do.
   return LiesIn(item.Parent().ResolvedPath(), FolderItem(parent).ResolvedPath()) &&
-         item.Parent().IsWriteable() && !item.IsVolume() && !LiesIn(executable, item.ResolvedPath());
+         item.Parent().IsWriteable() && !item.IsVolume() &&
+         (ViewConst::MayGo(target) || !item.CanBeDeleted());
 }
 
 }  // namespace
@@ -50,7 +53,6 @@ void TessarineStubWindow::ExpandFolder() {
   PreInstallCopy();
   const std::optional<Target> target = SettleTarget();
   if (!target || Application::Quitting()) return;
-  payload.archiveName = target->archiveName;
   if (fInstallationPatch && !PreparePatch()) return;
   // Without a Payload there is nothing to take the old installation's place.
   if (payload.path.empty() || FolderItem(payload.path).Length() == 0) {
@@ -100,6 +102,9 @@ std::optional<Target> TessarineStubWindow::SettleTarget() {
     return std::nullopt;
   }
   fTargetFolder = target.folder;
+  fInstalled.push_back(target.folder);
+  ViewConst::KeepFolder(FolderItem(target.folder).Parent().NativePath());
+  PrivateFolder::TidyUp(FolderItem(target.folder).Parent());
   return target;
 }
 

@@ -5,16 +5,14 @@
 #include <string>
 
 struct Target {
-  std::string folder;       // without closing "/"
-  std::string archive;      // the ".zip" that bears its name, beside it
-  std::string archiveName;  // of the ".zip" while it is expanded; never too long for a file
+  std::string folder;   // without closing "/"
+  std::string archive;  // the ".zip" that bears its name, beside it
 };
 
 /// The software as the package holds it.
 struct Payload {
   std::string path;  // of Data2, or of a split set's first piece; empty without a package folder
   bool split = false;
-  std::string archiveName{};
 };
 
 /// `parent` is the chosen folder, with or without closing "/".

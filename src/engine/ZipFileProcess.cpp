@@ -36,6 +36,7 @@ bool TessarineStubWindow::ZipFileProcess(const std::string& /*path*/, const Fold
     while (expansion->Running()) {
       show(expansion->Done() * static_cast<double>(estimate));
       machine.DoEvents(10);
+      if (machine.Ending()) expansion->Stop();
     }
     show(expansion->Done() * static_cast<double>(estimate));
     return expansion->Succeeded();
@@ -44,7 +45,7 @@ bool TessarineStubWindow::ZipFileProcess(const std::string& /*path*/, const Fold
   do {
     show(static_cast<double>(machine.Ticks() - start));
     machine.DoEvents(10);
-  } while (start + estimate >= machine.Ticks());
+  } while (start + estimate >= machine.Ticks() && !machine.Ending());
   return true;
 }
 
@@ -52,7 +53,7 @@ void TessarineStubWindow::ZipFileDelete(const std::string& path, const std::opti
   if (file) file->Launch(true);
   const std::int64_t end = Machine::Current().Ticks() + std::int64_t{ViewConst::kVanishLimit} * 60;
   const auto stays = [&path] { return ViewConst::FileExists(path) && !ViewConst::DirectoryExists(path); };
-  while (stays() && Machine::Current().Ticks() < end) {
+  while (stays() && Machine::Current().Ticks() < end && !Machine::Current().Ending()) {
     ViewConst::AllUsersFullAccess(path);
     ViewConst::DeleteFile(path);
     if (stays()) ViewConst::Sleep(1);

@@ -21,7 +21,11 @@ class Application {
   /// Runs the event loop until Quit; `opened` is its first event. The exit status.
   int Run(const std::function<void()>& opened);
 
-  /// Ends the event loop once the present event is done. The caller returns to it.
+  /// From now on SIGTERM, SIGINT and SIGHUP, unless they are ignored, quit as below.
+  void QuitOnSignals();
+
+  /// Ends the event loop once the present event is done. The caller returns to it, and
+  /// no further window appears on the way.
   static void Quit(int status);
   /// True from Quit on, until the next Run.
   static bool Quitting();

@@ -16,7 +16,7 @@ class BinaryStream {
   /// For reading. No stream when the item is missing, a folder or unreadable. open(2)
   static std::optional<BinaryStream> Open(const FolderItem& item);
   /// A new file for writing. Whatever file or link bears the name is removed first; a folder is not,
-  /// and then there is no stream. The file's mode is 0666 less the process's mask.
+  /// and then there is no stream. The file's mode is 0666 less the process's mask. An UnnamedFile is emptied.
   static std::optional<BinaryStream> Create(const FolderItem& item);
   /// An existing file to be changed in place, made writable for its owner where it isn't. No stream for
   /// a link, or a file that bears further names: somebody else's file would change with it.
@@ -36,9 +36,9 @@ class BinaryStream {
   [[nodiscard]] bool Write(const std::string& bytes) { return Write(bytes.data(), bytes.size()); }
   /// Writes at a byte offset; where Read goes on is not changed.
   [[nodiscard]] bool WriteAt(std::uint64_t offset, const char* bytes, std::size_t count);
-  /// Writes all that is left of `source`, inside the kernel where it can. `tick` runs every few megabytes.
-  /// False when `source` couldn't be read to its end or not every byte was taken.
-  [[nodiscard]] bool WriteAllOf(BinaryStream& source, const std::function<void()>& tick);
+  /// Writes all that is left of `source`, inside the kernel where it can. `goOn` runs every few megabytes.
+  /// False when `source` couldn't be read to its end or not every byte was taken, and when `goOn` says so.
+  [[nodiscard]] bool WriteAllOf(BinaryStream& source, const std::function<bool()>& goOn);
   /// False when the system reports a late write error.
   bool Close();
 

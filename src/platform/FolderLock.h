@@ -12,6 +12,12 @@ class FolderLock {
  public:
   /// None while somebody else holds it, or where the folder can't be opened.
   static std::optional<FolderLock> Take(const FolderItem& folder);
+  /// Held together with others; none only while somebody holds it alone. Also of a folder that a link leads
+  /// to.
+  static std::optional<FolderLock> Share(const FolderItem& folder);
+  /// A shared lock becomes one for this run alone. False, with no lock left, while others share it. Where the
+  /// file system has no locks nobody can be known to.
+  bool MakeExclusive();
   FolderLock(FolderLock&&) noexcept;
   FolderLock& operator=(FolderLock&&) noexcept;
   ~FolderLock();

@@ -23,6 +23,8 @@ class Expansion {
   virtual bool Succeeded() const = 0;
   /// Of a failure: one sentence; empty where it isn't known.
   virtual std::string Reason() const = 0;
+  /// Ends the process now, as a failure that leaves nothing.
+  virtual void Stop() = 0;
 };
 
 /// What is known of an archive before it is expanded.
@@ -43,6 +45,8 @@ class Machine {
   virtual void DoEvents(int milliseconds) = 0;
   /// DoEvents for loops that do real work: costs nothing when called often.
   virtual void Yield() = 0;
+  /// True once the run is to end, whatever it is at: waits are over then.
+  virtual bool Ending() { return false; }
   /// How long a timer of so many milliseconds really runs: a test's clock goes faster.
   virtual int TimerPeriod(int milliseconds) { return milliseconds; }
 
@@ -89,7 +93,11 @@ class Machine {
   /// archive goes to the expansion helper, a document to the program that the user chose for it.
   /// Returns at once; false when nothing could be started.
   virtual bool Launch(const FolderItem& item) = 0;
-  /// The expansion that Launch started for this archive; none when its handler can't be watched.
+  /// Starts to expand an archive as a package stores it, scrambled, where it lies, into `folder`: an empty
+  /// one of this run's own, which goes if that fails. See ExpansionOf.
+  virtual void ExpandPackage(const FolderItem& archive, const FolderItem& folder) = 0;
+  /// The expansion that Launch or ExpandPackage started for this archive; none when its handler can't be
+  /// watched.
   virtual std::shared_ptr<Expansion> ExpansionOf(const FolderItem& archive) = 0;
 
   /// Judges an archive as a package stores it, scrambled, where it lies: its structure, or with `everyByte`

@@ -8,19 +8,22 @@
 #include "platform/FolderItem.h"
 
 /// A hidden folder of this run's own: mode 0700, under a name that can't be guessed, and locked as long as
-/// the object lives. It goes with all that it holds when the object goes, also where its parent has been
-/// moved.
+/// the object lives. It goes with all that it holds when the object or the process goes, also where its
+/// parent has been moved.
 class PrivateFolder {
  public:
   /// None where `parent` takes no folder; errno says why.
   static std::optional<PrivateFolder> Make(const FolderItem& parent);
-  /// Removes those of this user that no run uses any more: left by one that was killed.
-  static void RemoveLeft(const FolderItem& parent);
+  /// Ends what runs of this user have left in `parent` that were killed: their folders go, and an item that
+  /// was set aside (MoveFileTo) comes back, unless another stands in its place.
+  static void TidyUp(const FolderItem& parent);
 
   PrivateFolder(PrivateFolder&& other) noexcept;
   PrivateFolder& operator=(PrivateFolder&&) = delete;
   ~PrivateFolder();
   const FolderItem& Item() const { return fItem; }
+  /// Does Item() still lead to it?
+  bool InPlace() const;
 
  private:
   struct Held;

@@ -44,7 +44,9 @@ bool StartCopy(const FolderItem& bundle, const std::string& sourceFolder, const 
   // The bundle may hold more programs, and need not say which one is the installer.
   const std::string inside = Machine::Current().ExecutableFile().substr(bundle.NativePath().size());
   const FolderItem program(copy.NativePath() + inside);
-  if (ViewConst::CopyFile(bundle.NativePath(), copy.NativePath()) && program.Launch(true)) return true;
+  if (ViewConst::CopyFile(bundle.NativePath(), copy.NativePath()) && !Machine::Current().Ending() &&
+      program.Launch(true))
+    return true;
   folder->DeleteTree();
   return false;
 }
@@ -63,7 +65,7 @@ bool TessarineStubWindow::RelocateInstaller(const std::string& firstPiecePath) {
   const FolderItem bundle(ViewConst::RunningBundle());
   Machine::Current().SetClipboardText(sourceFolder);
   if (!temporaryPath.empty()) RemoveOldCopies(temporaryPath);
-  if (temporaryPath.empty() || !StartCopy(bundle, sourceFolder, temporaryPath, fCopyLock))
-    MessageBox(CustomLabel("Installation Failed", LabelText(13)));
+  const bool started = !temporaryPath.empty() && StartCopy(bundle, sourceFolder, temporaryPath, fCopyLock);
+  if (!started && !Machine::Current().Ending()) MessageBox(CustomLabel("Installation Failed", LabelText(13)));
   return true;
 }

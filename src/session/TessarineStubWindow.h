@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "package/InstallerRecord.h"
 #include "platform/Controls.h"
@@ -13,6 +14,7 @@
 #include "platform/FolderLock.h"
 #include "platform/Window.h"
 
+class PrivateFolder;
 struct ItemPlace;
 struct ListItem;
 struct Payload;
@@ -156,8 +158,9 @@ class TessarineStubWindow : public Window, public InstallerRecord {
   /// From the archive in the package to the folder in its place. False, after a message, when it couldn't be
   /// done: what stood there still does, and nothing else is left. Or the user ended the run.
   bool InstallPayload(const Payload& payload);
-  bool MakeRoom(const Payload& payload, std::string& reason);
+  bool MakeRoom(const Payload& payload, FolderLock& lock, std::string& reason);
   bool ExpandBeside(const Payload& payload, std::string& reason);
+  bool TakePlace(const PrivateFolder& place, std::string& reason);
 
   // engine/CombineSplitSetup.cpp
   bool JoinPieces(const std::string& firstPiecePath, const FolderItem& output);
@@ -178,6 +181,7 @@ class TessarineStubWindow : public Window, public InstallerRecord {
 
   std::optional<FolderLock> fCopyLock;  // of the copy that takes over
   std::string fDisc;                    // the folder whose disc is to come out
+  std::vector<std::string> fInstalled;  // what this run has put somewhere, or tried to
   bool fPatchMissing = false;           // expanded, but the archive held no patch folder
   bool fDressed = false;                // the package's content is in the window
 };

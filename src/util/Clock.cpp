@@ -8,7 +8,7 @@ namespace ViewConst {
 void Sleep(double seconds) {
   Machine& machine = Machine::Current();
   const std::int64_t end = machine.Ticks() + static_cast<std::int64_t>(seconds * 60);
-  while (machine.Ticks() < end) machine.DoEvents(10);
+  while (machine.Ticks() < end && !machine.Ending()) machine.DoEvents(10);
 }
 
 }  // namespace ViewConst

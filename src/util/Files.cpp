@@ -4,6 +4,7 @@
 #include "platform/BinaryStream.h"
 #include "platform/FolderItem.h"
 #include "platform/Machine.h"
+#include "util/Brake.h"
 #include "util/Debug.h"
 #include "util/GlobalsKv.h"
 #include "util/Paths.h"
@@ -16,28 +17,45 @@ using GlobalsKv::MyGetFolderItem;
 
 namespace {
 
-/// Copies one item and, for a folder, what it holds. A whole length is a whole copy.
-bool CopyWhole(const FolderItem& source, const FolderItem& target) {
-  bool copied = source.CopyFileTo(target, false);
-  if (!copied) copied = target.Exists() && !target.Directory() && target.Length() == source.Length();
-  return copied && CopyFolder(source.NativePath(), target.NativePath());
-}
-
-/// The whole copy stands beside its place before it takes it: what was there goes for the new one only.
-bool CopyIntoPlace(const FolderItem& source, const FolderItem& target) {
-  const FolderItem fresh = target.FreshSibling();
-  const bool copied = source.CopyFileTo(fresh, true) &&
-                      (source.Alias() || CopyFolder(source.NativePath(), fresh.NativePath()));
-  if (copied && fresh.MoveFileTo(target) == FolderItem::Moved::Yes) return true;
-  if (fresh.Exists()) static_cast<void>(fresh.DeleteTree());
-  return false;
-}
-
 /// A copy that would put a folder into itself, or delete its own source first.
 bool EatsItself(const FolderItem& source, const FolderItem& target) {
   const std::string place = target.Place();
   return LiesIn(source.ResolvedPath(), place) || LiesIn(source.Place(), place) ||
          LiesIn(place, source.ResolvedPath());
+}
+
+/// Which copies count although they report an error.
+enum class Strictness { kAnyErrorCounts, kWholeLengthIsEnough };
+
+/// The whole copy stands beside its place before it takes it: what was there goes for the new one only.
+bool CopyIntoPlace(const FolderItem& source, const FolderItem& target, bool keepLink, Strictness strictness) {
+  const FolderItem fresh = target.FreshSibling();
+  bool copied = source.CopyFileTo(fresh, keepLink);
+  if (!copied && strictness == Strictness::kWholeLengthIsEnough)
+    copied = fresh.IsFile() && fresh.Length() == source.Length();
+  const bool folder = source.Directory() && !(keepLink && source.Alias());
+  if (copied && (!folder || CopyFolder(source.NativePath(), fresh.NativePath())) &&
+      fresh.MoveFileTo(target) == FolderItem::Moved::Yes)
+    return true;
+  // What can't be deleted is hidden; that the copy failed is told.
+  if (fresh.Exists()) static_cast<void>(fresh.DeleteTree());
+  return false;
+}
+
+/// May something be copied to `target` in place of what stands there?
+bool IsInTheWayForGood(const FolderItem& source, const FolderItem& target) {
+  return EatsItself(source, target) || !MayGo(target.NativePath());
+}
+
+/// A file or a link that a folder holds.
+bool CopyChild(const FolderItem& child, const FolderItem& copy) {
+  if (copy.Exists())
+    return (!copy.Directory() || copy.Alias()) && MayGo(copy.NativePath()) &&
+           CopyIntoPlace(child, copy, true, Strictness::kAnyErrorCounts);
+  if (child.CopyFileTo(copy, true)) return true;
+  // Half a file passes for a whole one. Where there is none, nothing was begun.
+  if (copy.Exists()) static_cast<void>(copy.Delete());
+  return false;
 }
 
 void Pend(bool showErrors, int number, const std::string& detail) {
@@ -62,17 +80,17 @@ bool DirectoryExists(const std::string& path) {
 
 void DeleteFile(const std::string& path) {
   const std::optional<FolderItem> item = MyGetFolderItem(path);
-  if (item && item->Exists()) static_cast<void>(item->Delete());
+  if (item && item->Exists() && MayGo(path)) static_cast<void>(item->Delete());
 }
 
 bool RenameFile(const std::string& oldPath, const std::string& newPath) {
   if (NonCaseMatch(oldPath, newPath)) return false;
   const std::optional<FolderItem> from = MyGetFolderItem(oldPath);
   const std::optional<FolderItem> to = MyGetFolderItem(newPath);
-  if (!from || !to) return false;
+  if (!from || !to || !MayGo(newPath)) return false;
   const FolderItem::Moved moved = from->MoveFileTo(*to);
   if (moved != FolderItem::Moved::OtherFileSystem) return moved == FolderItem::Moved::Yes;
-  if (!CopyIntoPlace(*from, *to)) return false;
+  if (!CopyIntoPlace(*from, *to, true, Strictness::kAnyErrorCounts)) return false;
   // What stays of the source is a second copy.
   static_cast<void>(from->DeleteTree());
   return true;
@@ -80,7 +98,7 @@ bool RenameFile(const std::string& oldPath, const std::string& newPath) {
 
 void DeleteFolderOrApp(const std::string& path) {
   const std::optional<FolderItem> item = MyGetFolderItem(path);
-  if (item && item->Exists()) item->DeleteTree();
+  if (item && item->Exists() && MayGo(path)) item->DeleteTree();
 }
 
 void DeleteItem(const std::string& path) {
@@ -93,16 +111,17 @@ void DeleteItem(const std::string& path) {
 bool CopyFile(const std::string& source, const std::string& target) {
   const std::optional<FolderItem> from = MyGetFolderItem(source);
   const std::optional<FolderItem> to = MyGetFolderItem(target);
-  if (!from || !to || !from->Exists() || EatsItself(*from, *to)) return false;
-  if (to->Exists()) static_cast<void>(to->Delete());
-  return CopyWhole(*from, *to);
+  if (!from || !to || !from->Exists() || IsInTheWayForGood(*from, *to)) return false;
+  // A folder that holds something is no place for anything else.
+  if (to->Directory() && !to->Alias() && !to->Children().empty()) return false;
+  return CopyIntoPlace(*from, *to, false, Strictness::kWholeLengthIsEnough);
 }
 
 bool CopyFileB(const std::string& source, const std::string& target) {
   const std::optional<FolderItem> from = MyGetFolderItem(source);
   const std::optional<FolderItem> to = MyGetFolderItem(target);
-  if (!from || !to || !from->Exists() || EatsItself(*from, *to)) return false;
-  return CopyIntoPlace(*from, *to);
+  if (!from || !to || !from->Exists() || IsInTheWayForGood(*from, *to)) return false;
+  return CopyIntoPlace(*from, *to, true, Strictness::kAnyErrorCounts);
 }
 
 bool CopyFolder(const std::string& source, const std::string& target) {
@@ -112,7 +131,7 @@ bool CopyFolder(const std::string& source, const std::string& target) {
   if (!from->Directory()) return from->Exists();
   if (LiesIn(to->ResolvedPath(), from->ResolvedPath())) return false;
   // A link to a folder gives way: what is copied stays where its name says.
-  if (to->Alias() && !to->Delete()) return false;
+  if (to->Alias() && (!MayGo(target) || !to->Delete())) return false;
   bool complete = to->Directory() || to->CreateAsFolder();
   const std::string folder = MyAbsolutePath(to);
   const std::optional<std::vector<FolderItem>> children = from->List();
@@ -121,9 +140,8 @@ bool CopyFolder(const std::string& source, const std::string& target) {
     const FolderItem copy(folder + child.Name());
     if (child.Directory() && !child.Alias()) {
       if (!CopyFolder(child.NativePath(), copy.NativePath())) complete = false;
-    } else {
-      if (copy.Exists() && !copy.Directory()) static_cast<void>(copy.Delete());
-      if (!child.CopyFileTo(copy, true)) complete = false;
+    } else if (!CopyChild(child, copy)) {
+      complete = false;
     }
   }
   from->CopyAttributesTo(*to);

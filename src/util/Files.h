@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Work on files and folders by path string. A path that is empty or relative names no item. Unless a
-// function says otherwise, a failure is a false result or no effect, and nothing is shown.
+// function says otherwise, a failure is a false result or no effect, and nothing is shown. What must stay
+// (MayGo) is neither deleted nor replaced by any of them.
 #pragma once
 
 #include <string>
@@ -28,16 +29,17 @@ void DeleteFolderOrApp(const std::string& path);
 void DeleteItem(const std::string& path);
 
 /// Copies a file or a whole folder, modes, times and links included. A link named as the source is
-/// followed. What stands at `target` is deleted first, as far as DeleteFile can. A copy that reports
-/// an error still counts when it has the source's length.
+/// followed. What stands at `target`, unless it's a folder that holds something, is replaced once the whole
+/// copy stands beside it. A copy that reports an error still counts when it has the source's length.
 bool CopyFile(const std::string& source, const std::string& target);
 
-/// As CopyFile, but a link named as the source arrives as a link, any error counts, and whatever stands at
-/// `target`, a folder with all that it holds, is replaced only once the whole copy stands beside it.
+/// As CopyFile, but a link named as the source arrives as a link, any error counts, and a folder at `target`
+/// goes with all that it holds.
 bool CopyFileB(const std::string& source, const std::string& target);
 
-/// Copies what a folder holds into `target`, made if missing. Goes on past what can't be copied, and is
-/// false then. A folder is never copied into itself.
+/// Copies what a folder holds into `target`, made if missing. A file that stands there is replaced by the
+/// whole new one, or stays. Goes on past what can't be copied, and is false then. A folder is never copied
+/// into itself.
 bool CopyFolder(const std::string& source, const std::string& target);
 
 /// Creates all missing folders of a path. With `showErrors`, an element that is no folder or can't be

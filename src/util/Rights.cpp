@@ -10,21 +10,21 @@ namespace {
 
 constexpr unsigned kFolderForAll = 0777;
 constexpr unsigned kFileForAll = 0666;
-
-void Give(const std::optional<FolderItem>& item, unsigned folderMode, unsigned fileMode) {
-  if (!item || item->Alias()) return;
-  // As with every access change, a refusal is no news: what needs the access will tell.
-  static_cast<void>(item->SetPermissions(item->Permissions() | (item->Directory() ? folderMode : fileMode)));
-}
+constexpr unsigned kRunsAsItsOwner = 06000;  // set-user-ID and set-group-ID
 
 }  // namespace
 
 void AllUsersFullAccess(const std::string& path) {
-  Give(GlobalsKv::MyGetFolderItem(path), kFolderForAll, kFileForAll);
+  AllUsersFullAccessOnMac(GlobalsKv::MyGetFolderItem(path));
 }
 
 void AllUsersFullAccessOnMac(const std::optional<FolderItem>& item) {
-  Give(item, kFolderForAll, kFolderForAll);
+  if (!item || item->Alias()) return;
+  const unsigned mode = item->Permissions();
+  // Whoever could write to such a program would be its owner.
+  if (!item->Directory() && (mode & kRunsAsItsOwner) != 0) return;
+  // As with every access change, a refusal is no news: what needs the access will tell.
+  static_cast<void>(item->SetPermissions(mode | (item->Directory() ? kFolderForAll : kFileForAll)));
 }
 
 void SetInvisible(const std::string& path) {

@@ -9,10 +9,9 @@
 
 namespace ViewConst {
 
-/// Folders get mode 0777, files 0666. Not recursive; the target of a link is left alone.
+/// Everybody may read and write the item, and enter a folder. Not recursive. A program stays one, but one
+/// with set-user-ID or set-group-ID is left alone, and so is a link with what it leads to.
 void AllUsersFullAccess(const std::string& path);
-
-/// Adds read, write and execute for everybody to the item.
 void AllUsersFullAccessOnMac(const std::optional<FolderItem>& item);
 
 /// Hides the item from file managers, if it exists.

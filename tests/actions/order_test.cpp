@@ -6,6 +6,7 @@
 #include <sched.h>
 #include <sys/mount.h>
 
+#include "platform/Brake.h"
 #include "platform/posix/TreeDelete.h"
 #include "support/TemporaryTree.h"
 
@@ -25,16 +26,23 @@ TEST(CleanupOrder, SparesTheRootDisksAndTheFoldersOfUsersAndTheSystem) {
   tree.Link("link", tree.Path("users"));
   tree.Link("users/linked", tree.Path("users/other.app"));
   tree.Link("users/my.app", tree.Path("users/me"));
-  const std::vector<std::string> kept{"/", "", tree.Path("users/me/"), tree.Path("users/linked")};
-  EXPECT_EQ(Objection(tree.Path("users/me/file"), kept), "");
-  EXPECT_EQ(Objection(tree.Path("link"), kept), "") << "the link itself goes, not what it leads to";
-  EXPECT_EQ(Objection(tree.Path("users/my.app"), kept), "");
+  KeptFolders kept;
+  for (const std::string& folder :
+       {std::string("/"), std::string(), tree.Path("users/me/"), tree.Path("users/linked")})
+    kept.Add(folder);
+  EXPECT_EQ(ReasonToStay(tree.Path("users/me/file"), kept), "");
+  EXPECT_EQ(ReasonToStay(tree.Path("link"), kept), "") << "the link itself goes, not what it leads to";
+  EXPECT_EQ(ReasonToStay(tree.Path("users/my.app"), kept), "");
+  EXPECT_EQ(ReasonToStay(tree.Path("missing"), kept), "") << "nothing is lost";
   for (const std::string& path :
        {tree.Path("users/me"), tree.Path("users"), tree.Path("link/me"), tree.Path("users/linked"),
-        tree.Path("users/other.app"), tree.Path("missing"), std::string("/"), std::string(),
-        std::string("/proc"), std::string("/usr"), std::string("/usr/share"), std::string("/opt")})
-    EXPECT_NE(Objection(path, kept), "") << path;
-  EXPECT_NE(Objection(::getenv("HOME"), KeptFolders()), "");
+        tree.Path("users/other.app"), tree.Path("users/me/."), std::string("/"), std::string(),
+        std::string("a"), std::string("/proc"), std::string("/usr"), std::string("/usr/share"),
+        std::string("/opt")})
+    EXPECT_NE(ReasonToStay(path, kept), "") << path;
+  KeptFolders everybodys;
+  everybodys.AddEverybodys();
+  EXPECT_NE(ReasonToStay(::getenv("HOME"), everybodys), "");
 }
 
 TEST(CleanupOrder, WhatIsMountedStaysWhereverItLies) {
@@ -45,7 +53,8 @@ TEST(CleanupOrder, WhatIsMountedStaysWhereverItLies) {
       ::mount(tree.Path("elsewhere").c_str(), tree.Path("Setup/mounted").c_str(), nullptr, MS_BIND,
               nullptr) != 0)
     GTEST_SKIP() << "no right to mount";
-  EXPECT_NE(Objection(tree.Path("Setup/mounted"), {}), "");
+  EXPECT_NE(ReasonToStay(tree.Path("Setup/mounted"), {}), "");
+  EXPECT_NE(ReasonToStay(tree.Path("Setup"), {}), "");
   EXPECT_FALSE(DeleteTreeAt(tree.Path("Setup"), [] {}));
   EXPECT_EQ(tree.Read("elsewhere/kept"), "kept") << "on the same device, but not in the tree";
   ::umount(tree.Path("Setup/mounted").c_str());

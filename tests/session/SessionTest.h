@@ -15,19 +15,20 @@ class SessionTest : public MachineTest {
  protected:
   SessionTest() {
     fMachine.fPump = [this] { fToolkit.DoEvents(0); };
-    fMachine.fArchive.work = [this](const FolderItem& archive) { Unpack(archive); };
+    fMachine.fArchive.work = [this](const FolderItem& folder) { Unpack(folder); };
     fPackage.data[1] = "stamp";
     fPackage.textData[7] = "Demo";
   }
 
-  /// What an archive brings stands here, by its name in the tree, until it takes its place.
-  std::string Beside(const FolderItem& archive, const std::string& name) const {
-    return archive.Parent().Child(name).NativePath().substr(fTree.Path().size() + 1);
+  /// What an archive brings stands in `folder`, by this name in the tree, until it takes its place.
+  std::string In(const FolderItem& folder, const std::string& name) const {
+    return folder.Child(name).NativePath().substr(fTree.Path().size() + 1);
   }
-  /// "Demo.zip" becomes the folder "Demo" beside it, with the archive's bytes in the file "content".
-  void Unpack(const FolderItem& archive) const {
-    const std::string name = archive.Name().substr(0, archive.Name().size() - 4);
-    fTree.Write(Beside(archive, name + "/content"), fTree.Read(Beside(archive, archive.Name())));
+  /// The folder "Demo", with the Payload's bytes in the file "content".
+  void Unpack(const FolderItem& folder) const {
+    std::string bytes = fMachine.fExpanded.back();
+    for (std::size_t i = 1; i < bytes.size(); i += 2) --bytes[i];
+    fTree.Write(In(folder, "Demo/content"), bytes);
   }
 
   void Expect(Step step) { fScript.Expect(std::move(step)); }

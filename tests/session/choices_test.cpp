@@ -136,12 +136,12 @@ TEST_F(Choices, WhatIsPickedLandsInTheTarget) {
   fTree.Write("Applications/Demo_Option/mine", "the user's, whatever its name");
   fTree.Write("Applications/.tessarine-install-0123456789abcdef/stale", "left by a run that was cut short");
   fs::permissions(fTree.Path("Applications/.tessarine-install-0123456789abcdef"), fs::perms(0700));
-  fMachine.fArchive.work = [this](const FolderItem& archive) {
-    Unpack(archive);
+  fMachine.fArchive.work = [this](const FolderItem& folder) {
+    Unpack(folder);
     for (const char* old : {"tool", "kept", "both/old", "over", "under/z", "link"})
-      fTree.Write(Beside(archive, std::string("Demo/Tools/") + old), "old");
-    fTree.Link(Beside(archive, "Demo/exit"), fTree.Path("outside"));
-    fs::permissions(fTree.Path(Beside(archive, "Demo/Tools")), fs::perms(0555));
+      fTree.Write(In(folder, std::string("Demo/Tools/") + old), "old");
+    fTree.Link(In(folder, "Demo/exit"), fTree.Path("outside"));
+    fs::permissions(fTree.Path(In(folder, "Demo/Tools")), fs::perms(0555));
   };
   std::vector<std::string> labels;
   fMachine.fPump = [&] {
@@ -262,12 +262,12 @@ TEST_F(Choices, WebOptionsComeWholeOrNotAtAll) {
       {"/link", {Page("200 OK", zip(15'000))}, "New", nullptr, {"New"}},
       {"/good", {Page("200 OK", zip(15'000))}, "old"},
   };
-  fMachine.fArchive.work = [this](const FolderItem& archive) {
-    Unpack(archive);
+  fMachine.fArchive.work = [this](const FolderItem& folder) {
+    Unpack(folder);
     for (const char* file : {"Tools/kept", "old"})
-      fTree.Write(Beside(archive, std::string("Demo/") + file), "kept");
-    fTree.Folder(Beside(archive, "Demo/folder"));
-    fTree.Link(Beside(archive, "Demo/link"), "content");
+      fTree.Write(In(folder, std::string("Demo/") + file), "kept");
+    fTree.Folder(In(folder, "Demo/folder"));
+    fTree.Link(In(folder, "Demo/link"), "content");
   };
   fPackage.textData[6] = std::string(19, '|') + "At work||Wait|Fetching";
   const auto expectTold = [this](const std::string& text, const std::string& label) {

@@ -49,8 +49,8 @@ TEST_F(Install, IntoTheApplicationsFolderWhateverTheUserDoesMeanwhile) {
   EXPECT_EQ(fTree.Look("Applications"),
             (Contents{{"Demo", "folder 755"}, {"Demo/content", "file 644 archive\xFF bytes"}}));
   const std::string after = fTree.Path("media/Setup.app/Contents/Resources/After");
-  EXPECT_EQ(fMachine.fLaunched, (std::vector<std::string>{fMachine.fLaunched.front(), after, after}));
-  EXPECT_TRUE(fMachine.fLaunched.front().ends_with("/Demo.zip"));
+  EXPECT_EQ(fMachine.fLaunched, (std::vector<std::string>{after, after}));
+  EXPECT_EQ(fMachine.fExpanded, std::vector{ScrambledByHand(fPackage.payload)});
   EXPECT_TRUE(std::is_sorted(shown.begin(), shown.end()));
   EXPECT_EQ(std::count(shown.begin(), shown.end(), 50), 1);
 }
@@ -138,14 +138,20 @@ TEST_F(Install, AFailureIsToldOnce) {
   fMachine.fArchive.reason = "The disk is broken.";
   fail(fMachine.fArchive.reason);
   fMachine.fArchive.succeeds = true;
-  fMachine.fArchive.work = [this](const FolderItem& archive) { fTree.Folder(Beside(archive, "Other")); };
+  fMachine.fArchive.work = [this](const FolderItem& folder) { fTree.Folder(In(folder, "Other")); };
   fail("The archive holds no folder named Demo.");
   fMachine.fLook = {.accepted = false, .reason = "It is no archive."};
   fMachine.fLaunched.clear();
   fail("It is no archive.");
   EXPECT_EQ(fMachine.fLaunched.size(), 2U) << "only the program afterwards";
   fMachine.fLook = {.accepted = true, .reason = "", .bytes = std::uint64_t{1} << 60};
-  fail("There is not enough room on the disk.");
+  Expect({.window = kMain, .press = "InstallBtn"});
+  Expect({.window = "MessageBox", .press = "OKBtn", .look = [](QWidget& window) {
+            EXPECT_TRUE(Find<QLabel>(window, "qt_msgbox_label")
+                            .text()
+                            .contains("There is not enough room on the disk: 1152921504607 MB are needed, "));
+          }});
+  Run();
   EXPECT_EQ(fTree.Look("Applications"), (Contents{{"Demo", "folder 755"}, {"Demo/old", "file 644 old"}}));
 
   fs::remove(fTree.Path("media/Setup.app/Contents/Resources/Data2"));
@@ -168,8 +174,8 @@ TEST_F(Install, AnUnwatchedExpansionGetsItsTime) {
   IntoApplications();
   fMachine.fArchive.watched = false;
   std::int64_t start = 0;
-  fMachine.fArchive.work = [&](const FolderItem& archive) {
-    Unpack(archive);
+  fMachine.fArchive.work = [&](const FolderItem& folder) {
+    Unpack(folder);
     start = fMachine.Ticks();
   };
   for (const auto& [version, ticks] : {std::pair(std::pair(10, 13), 60), {std::pair(13, 12), 30}}) {

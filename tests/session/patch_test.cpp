@@ -37,11 +37,10 @@ class Patches : public SessionTest {
     fItems.push_back([=, this](const std::string& patch) { fTree.Link(patch + name, target); });
   }
   void RunPatch() {
-    fMachine.fArchive.work = [this](const FolderItem& archive) {
-      EXPECT_EQ(archive.Name(), "Demo.zip");
+    fMachine.fArchive.work = [this](const FolderItem& folder) {
       EXPECT_FALSE(fTree.Has("Applications/DemoPatch")) << "left by an earlier run";
-      for (const auto& item : fItems) item(Beside(archive, "DemoPatch") + "/");
-      fs::permissions(fTree.Folder(Beside(archive, "DemoPatch")), fs::perms(0755));
+      for (const auto& item : fItems) item(In(folder, "DemoPatch") + "/");
+      fs::permissions(fTree.Folder(In(folder, "DemoPatch")), fs::perms(0755));
     };
     Run();
   }

@@ -59,9 +59,9 @@ TEST_F(Targets, TheRootIsNoFolderToInstallInto) {
 TEST_F(Targets, AFullDiskGetsNoHalfArchiveAndOneThatRefusesWritingIsTold) {
   const SmallDisk disk(fTree.Folder("disk"), 64);
   if (!disk.Mounted()) GTEST_SKIP() << "no right to mount";
-  fPackage.payload = std::string(300'000, 'x');
+  fMachine.fLook.bytes = 3'000'001;
   const std::pair<const char*, const char*> rows[] = {
-      {"", "Installation Failed\n\nThere is not enough room on the disk."},
+      {"", "Installation Failed\n\nThere is not enough room on the disk: 4 MB are needed, 0 MB are free."},
       {"", "Cannot write to selected location."},
       {"Locked", "Locked"}};
   for (const auto& [label, message] : rows) {

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "platform/BinaryStream.h"
+
 namespace {
 
 class ScriptedExpansion : public Expansion {
@@ -16,6 +18,7 @@ class ScriptedExpansion : public Expansion {
   double Done() const override { return fAsked < 3 ? 0.25 * fAsked : 1; }
   bool Succeeded() const override { return fArchive.succeeds; }
   std::string Reason() const override { return fArchive.reason; }
+  void Stop() override {}
 
  private:
   TestMachine::Archive fArchive;
@@ -49,10 +52,13 @@ bool TestMachine::SystemVersion(std::int64_t& major, std::int64_t& minor) {
 
 bool TestMachine::Launch(const FolderItem& item) {
   fLaunched.push_back(item.NativePath());
-  if (!item.NativePath().ends_with(".zip") || item.Length() == 0) return item.Exists();
+  return item.Exists();
+}
+
+void TestMachine::ExpandPackage(const FolderItem& archive, const FolderItem& folder) {
+  fExpanded.push_back(BinaryStream::Open(archive)->ReadAll());
   if (fArchive.watched)
-    fExpansion = std::make_shared<ScriptedExpansion>(fArchive, item);
+    fExpansion = std::make_shared<ScriptedExpansion>(fArchive, folder);
   else if (fArchive.work)
-    fArchive.work(item);
-  return true;
+    fArchive.work(folder);
 }

@@ -18,12 +18,13 @@ class TestMachine : public PosixMachine {
   explicit TestMachine(const TemporaryTree& tree);
   ~TestMachine() override { Machine::Install(nullptr); }
 
-  /// How an archive's expansion goes. It does its work when it ends, or at once when nobody can watch.
+  /// How an archive's expansion goes. It does its work in the folder that it is given,
+  /// when it ends, or at once when nobody can watch.
   struct Archive {
     bool watched = true;
     bool succeeds = true;
     std::string reason{};
-    std::function<void(const FolderItem& archive)> work;
+    std::function<void(const FolderItem& folder)> work;
   };
 
   Archive fArchive;
@@ -36,6 +37,7 @@ class TestMachine : public PosixMachine {
   int fBeeps = 0;
   std::vector<std::string> fAddresses;
   std::vector<std::string> fLaunched;
+  std::vector<std::string> fExpanded;  // packages' archives, their bytes as they lay
   ArchiveLook fLook{.accepted = true};
   std::string fDisc;                                        // a folder that counts as a disc
   std::function<std::string(std::int64_t ticks)> fProgram;  // what a program has on the clipboard by then
@@ -63,6 +65,7 @@ class TestMachine : public PosixMachine {
   ArchiveLook LookAtArchive(const FolderItem& /*archive*/, bool /*everyByte*/) override { return fLook; }
   bool IsDisc(const FolderItem& folder) override { return folder.NativePath() == fDisc; }
   bool Launch(const FolderItem& item) override;
+  void ExpandPackage(const FolderItem& archive, const FolderItem& folder) override;
   std::shared_ptr<Expansion> ExpansionOf(const FolderItem& /*archive*/) override { return fExpansion; }
 
  protected:

@@ -126,11 +126,14 @@ TEST_F(Files, AccessIsGivenToTheItemItself) {
   AllUsersFullAccess(hostile);
   EXPECT_EQ(FolderItem(hostile).Permissions(), 0666U);
   AllUsersFullAccess(fTree.Folder("home"));
-  AllUsersFullAccessOnMac(FolderItem(hostile));
+  const std::string program = fTree.Write("program", "", 0755), owners = fTree.Write("owners", "", 0755);
+  fs::permissions(owners, fs::perms(04755));
+  for (const std::string& path : {program, owners}) AllUsersFullAccessOnMac(FolderItem(path));
   for (const char* path : {"link", "none"}) AllUsersFullAccess(fTree.Path(path));
   AllUsersFullAccessOnMac(std::nullopt);
   EXPECT_EQ(FolderItem(fTree.Path("home")).Permissions(), 0777U);
-  EXPECT_EQ(FolderItem(hostile).Permissions(), 0777U);
+  EXPECT_EQ(FolderItem(program).Permissions(), 0777U);
+  EXPECT_EQ(FolderItem(owners).Permissions(), 04755U) << "nobody else may write what runs as its owner";
   EXPECT_EQ(FolderItem(kept).Permissions(), 0600U);
 }
 

@@ -149,6 +149,10 @@ Status ExpandUnguarded(const ExpandOptions& options, ExpandWatcher& watcher) {
   if (!target.Ok()) return target.Failure();
   if (options.mustBeNew && !target->Exists())
     return Fail("the folder ", Quoted(options.folder), " is missing");
+  if (options.folderIsOurs) {
+    const Status counted = target->CountAsMade();
+    if (!counted.Ok()) return counted;
+  }
 
   const unsigned workers = options.workers != 0 ? std::min(options.workers, kMostWorkers) : Processors();
   Flusher flusher(options.flush);

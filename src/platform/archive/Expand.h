@@ -15,6 +15,8 @@ struct ExpandOptions {
   std::string folder;  // made if it is missing, unless `mustBeNew`
   /// The folder exists, and nothing that stands in it is replaced: see Publisher.
   bool mustBeNew = false;
+  /// The folder was made for this one expansion, and goes with it if it fails.
+  bool folderIsOurs = false;
   /// The archive's bytes are scrambled, as in a package.
   bool scrambled = false;
   enum class Extent {

@@ -54,6 +54,16 @@ Status TargetFolder::Make() {
   return {};
 }
 
+Status TargetFolder::CountAsMade() {
+  const std::size_t slash = fPath.rfind('/');
+  const std::string name = fPath.substr(slash == std::string::npos ? 0 : slash + 1);
+  const std::string above = slash == std::string::npos ? "." : fPath.substr(0, slash + 1);
+  Descriptor parent(open(above.c_str(), kOpenPlace));
+  if (!parent || name.empty() || name.front() == '/') return FailedCall("open the folder", fPath);
+  fMade.push_back({std::move(parent), name});
+  return {};
+}
+
 TargetFolder::~TargetFolder() {
   // Not empty any more: then somebody else uses it.
   for (; !fMade.empty(); fMade.pop_back())

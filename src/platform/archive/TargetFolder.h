@@ -22,6 +22,8 @@ class TargetFolder {
   bool Exists() const { return fMissing.empty(); }
   /// Makes what is missing.
   Status Make();
+  /// A folder that exists counts as made: it was, for this one expansion.
+  Status CountAsMade();
   void Keep() { fMade.clear(); }
   /// The folder in which the first of the made ones stands; -1 if none was made.
   int Above() const { return fMade.empty() ? -1 : fMade.front().parent.Get(); }

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <utility>
 
+#include "platform/UnnamedFile.h"
 #include "platform/posix/FileCopy.h"
 
 std::optional<BinaryStream> BinaryStream::Open(const FolderItem& item) {
@@ -21,6 +22,10 @@ std::optional<BinaryStream> BinaryStream::Open(const FolderItem& item) {
 }
 
 std::optional<BinaryStream> BinaryStream::Create(const FolderItem& item) {
+  if (UnnamedFile::IsOne(item)) {
+    const int unnamed = ::open(item.NativePath().c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC);
+    return unnamed < 0 ? std::nullopt : std::optional(BinaryStream(unnamed));
+  }
   // Never opens what is there: a planted link or FIFO would be written through.
   if (::unlink(item.NativePath().c_str()) != 0 && errno != ENOENT) return std::nullopt;
   const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
@@ -93,9 +98,9 @@ bool BinaryStream::WriteAt(std::uint64_t offset, const char* bytes, std::size_t 
   return true;
 }
 
-bool BinaryStream::WriteAllOf(BinaryStream& source, const std::function<void()>& tick) {
+bool BinaryStream::WriteAllOf(BinaryStream& source, const std::function<bool()>& goOn) {
   const std::uint64_t expected = source.Length();
-  if (!CopyBytes(source.fDescriptor, fDescriptor, tick)) return false;
+  if (!CopyBytes(source.fDescriptor, fDescriptor, goOn)) return false;
   // A medium that gives up can end a file early without an error.
   const off_t end = ::lseek(source.fDescriptor, 0, SEEK_CUR);
   return end >= 0 && static_cast<std::uint64_t>(end) >= expected;

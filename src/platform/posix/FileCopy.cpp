@@ -26,14 +26,13 @@ bool WriteAll(int descriptor, const char* bytes, std::size_t count) {
   return true;
 }
 
-bool CopyThroughBuffer(int source, int target, const std::function<void()>& tick) {
+bool CopyThroughBuffer(int source, int target, const std::function<bool()>& goOn) {
   std::vector<char> buffer(256U << 10);
   while (true) {
     const ssize_t got = ::read(source, buffer.data(), buffer.size());
     if (got < 0 && errno == EINTR) continue;
     if (got <= 0) return got == 0;
-    if (!WriteAll(target, buffer.data(), static_cast<std::size_t>(got))) return false;
-    tick();
+    if (!WriteAll(target, buffer.data(), static_cast<std::size_t>(got)) || !goOn()) return false;
   }
 }
 
@@ -42,7 +41,10 @@ bool CopyRegularFile(int source, const struct stat& info, const std::string& tar
   const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
   Descriptor file(::open(target.c_str(), flags, S_IRUSR | S_IWUSR));
   if (!file) return false;
-  const bool copied = CopyBytes(source, file.Get(), tick);
+  const bool copied = CopyBytes(source, file.Get(), [&tick] {
+    tick();
+    return true;
+  });
   const timespec times[2] = {info.st_atim, info.st_mtim};
   // Some file systems keep neither modes nor times; the data is what counts.
   static_cast<void>(::fchmod(file.Get(), info.st_mode & kPermissions));
@@ -64,7 +66,7 @@ bool CopyLink(const std::string& source, const struct stat& info, const std::str
 
 }  // namespace
 
-bool CopyBytes(int source, int target, const std::function<void()>& tick) {
+bool CopyBytes(int source, int target, const std::function<bool()>& goOn) {
   while (true) {
     const ssize_t done = ::copy_file_range(source, nullptr, target, nullptr, kPiece, 0);
     if (done < 0 && errno == EINTR) continue;
@@ -72,9 +74,8 @@ bool CopyBytes(int source, int target, const std::function<void()>& tick) {
     // goes on from where both files stand.
     const bool cannot = done < 0 && (errno == EXDEV || errno == EINVAL || errno == ENOSYS ||
                                      errno == EOPNOTSUPP || errno == EBADF);
-    if (cannot || done == 0) return CopyThroughBuffer(source, target, tick);
-    if (done < 0) return false;
-    tick();
+    if (cannot || done == 0) return CopyThroughBuffer(source, target, goOn);
+    if (done < 0 || !goOn()) return false;
   }
 }
 

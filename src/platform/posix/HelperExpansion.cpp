@@ -8,11 +8,15 @@
 #include <cctype>
 #include <cerrno>
 #include <charconv>
+#include <set>
 #include <string_view>
+#include <utility>
 
 namespace {
 
 constexpr std::size_t kLongestComplaint = 4096;
+
+std::set<HelperExpansion*> gAll;
 
 /// Appends what can be read at once.
 void Drain(int descriptor, std::string& text) {
@@ -33,12 +37,25 @@ std::uint64_t NumberBehind(const std::string& line, std::size_t prefix) {
 
 }  // namespace
 
-HelperExpansion::HelperExpansion(const std::string& helper, const std::vector<std::string>& arguments)
-    : fProcess(StartPiped(helper, arguments)), fStarted(fProcess.id > 0) {}
+HelperExpansion::HelperExpansion(const std::string& helper, const std::vector<std::string>& arguments,
+                                 int input, int folder)
+    : fProcess(StartPiped(helper, arguments, input, folder)), fStarted(fProcess.id > 0) {
+  gAll.insert(this);
+}
 
 HelperExpansion::~HelperExpansion() {
+  Stop();
+  gAll.erase(this);
   if (fProcess.output >= 0) ::close(fProcess.output);
   if (fProcess.error >= 0) ::close(fProcess.error);
+}
+
+void HelperExpansion::Stop() {
+  if (fProcess.id > 0) static_cast<void>(EndChild(std::exchange(fProcess.id, -1)));
+}
+
+void HelperExpansion::StopAll() {
+  for (HelperExpansion* expansion : gAll) expansion->Stop();
 }
 
 bool HelperExpansion::Running() {

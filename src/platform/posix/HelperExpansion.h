@@ -12,10 +12,14 @@
 /// Reports are lines: "total BYTES", "written BYTES", "done". Anything else is passed over.
 class HelperExpansion : public Expansion {
  public:
-  /// Starts the program at the path `helper`. One that can't be started counts as one that failed.
-  HelperExpansion(const std::string& helper, const std::vector<std::string>& arguments);
-  /// A helper that still runs goes on by itself.
+  /// Starts the program at the path `helper`; see StartPiped. One that can't be started counts as one that
+  /// failed.
+  HelperExpansion(const std::string& helper, const std::vector<std::string>& arguments, int input = -1,
+                  int folder = -1);
+  /// A helper that still runs ends, and leaves nothing.
   ~HelperExpansion() override;
+  /// All that run, for a process that ends before its objects do.
+  static void StopAll();
   HelperExpansion(const HelperExpansion&) = delete;
   HelperExpansion& operator=(const HelperExpansion&) = delete;
 
@@ -23,6 +27,7 @@ class HelperExpansion : public Expansion {
   double Done() const override { return fDone; }
   bool Succeeded() const override { return fSucceeded; }
   std::string Reason() const override;
+  void Stop() override;
   /// Bytes of the work, as reported; 0 before.
   std::uint64_t Total() const { return fTotal; }
 

@@ -6,7 +6,34 @@
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
-#include <string>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+/// Blanks and backslashes stand there as a backslash and three octal digits.
+std::string Plain(const std::string& text) {
+  std::string plain;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool escaped = text[i] == '\\' && i + 3 < text.size();
+    plain += escaped ? static_cast<char>(std::stoi(text.substr(i + 1, 3), nullptr, 8)) : text[i];
+    if (escaped) i += 3;
+  }
+  return plain;
+}
+
+}  // namespace
+
+std::vector<std::string> MountPoints() {
+  std::vector<std::string> points;
+  std::ifstream file("/proc/self/mountinfo");
+  for (std::string line; std::getline(file, line);) {
+    std::istringstream fields(line);
+    std::string id, parent, device, root, point;
+    if (fields >> id >> parent >> device >> root >> point) points.push_back(Plain(point));
+  }
+  return points;
+}
 
 bool IsMountPoint(int folder, const char* name) {
   struct statx item {};

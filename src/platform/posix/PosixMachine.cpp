@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/PosixMachine.h"
 
+#include <fcntl.h>
 #include <linux/magic.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -14,6 +15,7 @@
 #include <chrono>
 #include <climits>
 
+#include "platform/posix/Descriptor.h"
 #include "platform/posix/HelperExpansion.h"
 #include "platform/posix/Launch.h"
 #include "platform/posix/Process.h"
@@ -87,12 +89,18 @@ int PosixMachine::Execute(const std::string& command) {
     }
     tools = fToolLink;
   }
-  return RunShellLine(command, tools, [this] { DoEvents(5); });
+  return RunShellLine(command, tools, [this] { return GoOn(); });
 }
 
 int PosixMachine::ExecuteWithInput(const std::string& program, const std::vector<std::string>& arguments,
                                    const Secret& input) {
-  return RunWithInput(program, arguments, input.View(), [this] { DoEvents(5); });
+  return RunWithInput(program, arguments, input.View(), [this] { return GoOn(); });
+}
+
+bool PosixMachine::GoOn() {
+  constexpr int kStep = 5;  // milliseconds
+  DoEvents(kStep);
+  return !Ending();
 }
 
 void PosixMachine::ForbidCoreDumps() {
@@ -129,9 +137,7 @@ bool PosixMachine::Launch(const FolderItem& item) {
       return StartDetached(plan.program, {});
     case LaunchKind::kArchive:
       fExpansions[item.NativePath()] = std::make_shared<HelperExpansion>(
-          HelperFolder() + "/ditto",
-          std::vector<std::string>{"-xk", "--new", "--progress", "--with-parent", "--", item.NativePath(),
-                                   item.Parent().NativePath()});
+          Helper(), HelperWords({"--new"}, item.NativePath(), item.Parent().NativePath()));
       return true;
     case LaunchKind::kDocument:
       return OpenDocument(item);
@@ -144,13 +150,33 @@ std::shared_ptr<Expansion> PosixMachine::ExpansionOf(const FolderItem& archive) 
   return found == fExpansions.end() ? nullptr : found->second;
 }
 
+void PosixMachine::ExpandPackage(const FolderItem& archive, const FolderItem& folder) {
+  // By descriptors: neither names that others could take since, nor a name at all is needed.
+  const Descriptor bytes(::open(archive.NativePath().c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  const Descriptor parent(::open(folder.Parent().NativePath().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  fExpansions[archive.NativePath()] = std::make_shared<HelperExpansion>(
+      Helper(), HelperWords({"--new", "--ours", "--scrambled"}, "/dev/stdin", folder.Name()), bytes.Get(),
+      parent.Get());
+}
+
 ArchiveLook PosixMachine::LookAtArchive(const FolderItem& archive, bool everyByte) {
-  constexpr int kStep = 5;  // milliseconds
-  HelperExpansion look(HelperFolder() + "/ditto",
-                       {"-xk", everyByte ? "--check" : "--plan", "--scrambled", "--progress", "--with-parent",
-                        "--", archive.NativePath(), archive.Parent().NativePath()});
-  while (look.Running()) DoEvents(kStep);
+  HelperExpansion look(Helper(), HelperWords({everyByte ? "--check" : "--plan", "--scrambled"},
+                                             archive.NativePath(), archive.Parent().NativePath()));
+  while (look.Running())
+    if (!GoOn()) look.Stop();
   return {look.Succeeded(), look.Reason(), look.Total()};
+}
+
+std::string PosixMachine::Helper() {
+  return HelperFolder() + "/ditto";
+}
+
+std::vector<std::string> PosixMachine::HelperWords(const std::vector<std::string>& options,
+                                                   const std::string& archive, const std::string& folder) {
+  std::vector<std::string> words{"-xk", "--progress", "--with-parent=" + std::to_string(::getpid())};
+  words.insert(words.end(), options.begin(), options.end());
+  words.insert(words.end(), {"--", archive, folder});
+  return words;
 }
 
 std::string PosixMachine::HelperFolder() {

@@ -39,6 +39,7 @@ class PosixMachine : public Machine {
   bool IsDisc(const FolderItem& folder) override;
   bool Launch(const FolderItem& item) override;
   std::shared_ptr<Expansion> ExpansionOf(const FolderItem& archive) override;
+  void ExpandPackage(const FolderItem& archive, const FolderItem& folder) override;
   ArchiveLook LookAtArchive(const FolderItem& archive, bool everyByte) override;
 
  protected:
@@ -48,6 +49,12 @@ class PosixMachine : public Machine {
   virtual std::string HelperFolder();
 
  private:
+  /// A short wait; false once it's in vain.
+  bool GoOn();
+  std::string Helper();
+  static std::vector<std::string> HelperWords(const std::vector<std::string>& options,
+                                              const std::string& archive, const std::string& folder);
+
   std::map<std::string, std::shared_ptr<Expansion>> fExpansions;  // by the archive's path
   std::string fTemporaryFolder;
   std::string fMadeApplications;

@@ -13,6 +13,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 
 #include "platform/posix/Descriptor.h"
 
@@ -32,6 +33,7 @@ class SpawnSetup {
     ::posix_spawnattr_setsigmask(&fAttributes, &signals);
     ::sigaddset(&signals, SIGPIPE);
     ::sigaddset(&signals, SIGCHLD);
+    ::sigaddset(&signals, SIGXFSZ);
     ::posix_spawnattr_setsigdefault(&fAttributes, &signals);
     ::posix_spawnattr_setflags(&fAttributes,
                                static_cast<short>(flags | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF));
@@ -49,6 +51,7 @@ class SpawnSetup {
   }
   /// The new process keeps no disc busy that this one was started from.
   void LeaveFolder() { ::posix_spawn_file_actions_addchdir_np(&fActions, "/"); }
+  void WorkIn(int folder) { ::posix_spawn_file_actions_addfchdir_np(&fActions, folder); }
   void Connect(int stream, int descriptor) {
     ::posix_spawn_file_actions_adddup2(&fActions, descriptor, stream);
   }
@@ -98,13 +101,13 @@ int ExitCode(int status) {
   return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : 127;
 }
 
-int WaitFor(pid_t id, const std::function<void()>& wait) {
+int WaitFor(pid_t id, const Wait& wait) {
   int status = 0;
   while (true) {
     const pid_t ended = ::waitpid(id, &status, WNOHANG);
     if (ended == id) return ExitCode(status);
     if (ended < 0 && errno != EINTR) return 127;
-    wait();
+    if (!wait()) return EndChild(id);
   }
 }
 
@@ -123,8 +126,26 @@ bool StartDetached(const std::string& program, const std::vector<std::string>& a
   return setup.Start("/bin/sh", words, environ) > 0;
 }
 
-int RunShellLine(const std::string& line, const std::string& toolFolder, const std::function<void()>& wait) {
-  SpawnSetup setup(0);
+int EndChild(pid_t id) {
+  constexpr int kLooks = 500;
+  constexpr timespec kLook{0, 10'000'000};
+  // A session of its own has its number, and ends as a whole.
+  const pid_t whom = ::getsid(id) == id ? -id : id;
+  for (const int signal : {SIGTERM, SIGKILL}) {
+    static_cast<void>(::kill(whom, signal));
+    for (int look = 0; look < kLooks; ++look) {
+      int status = 0;
+      const pid_t ended = ::waitpid(id, &status, WNOHANG);
+      if (ended == id) return ExitCode(status);
+      if (ended < 0 && errno != EINTR) return 127;
+      ::nanosleep(&kLook, nullptr);
+    }
+  }
+  return 127;
+}
+
+int RunShellLine(const std::string& line, const std::string& toolFolder, const Wait& wait) {
+  SpawnSetup setup(POSIX_SPAWN_SETSID);
   setup.Silence(STDOUT_FILENO);
   setup.Silence(STDERR_FILENO);
   std::vector<std::string> variables = EnvironmentWithTools(toolFolder);
@@ -144,7 +165,7 @@ int RunShellLine(const std::string& line, const std::string& toolFolder, const s
 }
 
 int RunWithInput(const std::string& program, const std::vector<std::string>& arguments,
-                 std::string_view input, const std::function<void()>& wait) {
+                 std::string_view input, const Wait& wait) {
   int ends[2] = {-1, -1};
   if (::pipe2(ends, O_CLOEXEC) != 0) return 127;
   const Descriptor reading(ends[0]);
@@ -183,7 +204,8 @@ void StartWithText(const std::string& program, const std::string& text) {
   static_cast<void>(::poll(&answer, 1, kLongestWait));  // without an answer there is nothing more to do
 }
 
-PipedProcess StartPiped(const std::string& program, const std::vector<std::string>& arguments) {
+PipedProcess StartPiped(const std::string& program, const std::vector<std::string>& arguments, int input,
+                        int folder) {
   int output[2] = {-1, -1};
   int error[2] = {-1, -1};
   if (::pipe2(output, O_CLOEXEC) != 0) return {};
@@ -195,6 +217,8 @@ PipedProcess StartPiped(const std::string& program, const std::vector<std::strin
   SpawnSetup setup(0);
   setup.Connect(STDOUT_FILENO, outputWrite.Get());
   setup.Connect(STDERR_FILENO, errorWrite.Get());
+  if (input >= 0) setup.Connect(STDIN_FILENO, input);
+  if (folder >= 0) setup.WorkIn(folder);
   const pid_t id = setup.Start(program, arguments, environ);
   if (id <= 0) return {};
   for (const int end : {outputRead.Get(), errorRead.Get()})

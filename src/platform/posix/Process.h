@@ -13,15 +13,18 @@
 /// streams on /dev/null: it outlives this process. False when the program could not be executed.
 bool StartDetached(const std::string& program, const std::vector<std::string>& arguments);
 
-/// Runs `line` through /bin/sh with its streams on /dev/null and `toolFolder` in front of the search
-/// path. Calls `wait` while the command runs. The exit code; 128 + the signal for a killed command;
-/// 127 when the shell could not be started.
-int RunShellLine(const std::string& line, const std::string& toolFolder, const std::function<void()>& wait);
+/// What is done while a command runs. False has the command end: it's asked to (SIGTERM), then made to.
+using Wait = std::function<bool()>;
+
+/// Runs `line` through /bin/sh in a session of its own, with its streams on /dev/null, no terminal, and
+/// `toolFolder` in front of the search path. The exit code; 128 + the signal for a killed command; 127 when
+/// the shell could not be started.
+int RunShellLine(const std::string& line, const std::string& toolFolder, const Wait& wait);
 
 /// Runs `program`, found by the search path, with `input` on its standard input, which nothing else holds
-/// but a pipe. Output is discarded. Calls `wait` while it runs. The exit code as RunShellLine's.
+/// but a pipe. Output is discarded. The exit code as RunShellLine's.
 int RunWithInput(const std::string& program, const std::vector<std::string>& arguments,
-                 std::string_view input, const std::function<void()>& wait);
+                 std::string_view input, const Wait& wait);
 
 /// Starts `program` in a session of its own, gives it `text` on its standard input and waits up to two
 /// seconds until it answers or ends. It outlives this process.
@@ -33,4 +36,10 @@ struct PipedProcess {
   int output = -1;  // both descriptors are the caller's, non-blocking
   int error = -1;
 };
-PipedProcess StartPiped(const std::string& program, const std::vector<std::string>& arguments);
+/// `input`, where one is given, becomes its standard input, and the folder open as `folder` its working
+/// folder; both stay the caller's.
+PipedProcess StartPiped(const std::string& program, const std::vector<std::string>& arguments, int input = -1,
+                        int folder = -1);
+
+/// Asks a child to end (SIGTERM), and makes it after five seconds. Returns once it's gone; its exit code.
+int EndChild(pid_t id);

@@ -8,7 +8,7 @@
 
 #include <cerrno>
 
-#include "platform/posix/SiblingName.h"
+#include "platform/posix/Aside.h"
 #include "platform/posix/TreeDelete.h"
 #include "platform/posix/TreeLook.h"
 
@@ -45,19 +45,6 @@ class Unlocked {
 
 bool Exchange(const std::string& a, const std::string& b) {
   return ::renameat2(AT_FDCWD, a.c_str(), AT_FDCWD, b.c_str(), RENAME_EXCHANGE) == 0;
-}
-
-/// For file systems that can't exchange: the old item steps aside and comes back if need be.
-bool TakeTurns(const std::string& source, const std::string& target, const std::function<void()>& tick) {
-  const std::string aside = SiblingName(target);
-  if (::rename(target.c_str(), aside.c_str()) != 0) return false;
-  if (::rename(source.c_str(), target.c_str()) == 0) {
-    static_cast<void>(DeleteTreeAt(aside, tick));  // what stays is hidden, and nothing of it is lost
-    return true;
-  }
-  // It had its place a moment ago.
-  static_cast<void>(::rename(aside.c_str(), target.c_str()));
-  return false;
 }
 
 bool IsInTheWay(int error) {

@@ -7,7 +7,10 @@
 #include <QAbstractButton>
 #include <QKeyEvent>
 #include <QSettings>
+#include <QSocketNotifier>
 #include <QTimer>
+#include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <exception>
 
@@ -20,6 +23,7 @@ namespace {
 constexpr char kPlatform[] = "QT_QPA_PLATFORM";
 bool gQuitting = false;
 bool gConnected = false;
+int gSignalled = -1;    // the end of a pipe that a signal writes to
 int gErrorOutput = -1;  // while libraries below the toolkit are kept from writing to it
 
 /// The toolkit ends the process by abort when it finds no display; this ends it in order instead.
@@ -82,6 +86,29 @@ Application::Application(int& argc, char** argv, const std::function<bool()>& sh
 }
 
 Application::~Application() = default;
+
+void Application::QuitOnSignals() {
+  int ends[2] = {-1, -1};
+  if (::pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) return;
+  gSignalled = ends[1];  // open as long as the process
+  auto* notifier = new QSocketNotifier(ends[0], QSocketNotifier::Read, fNative.get());
+  QObject::connect(notifier, &QSocketNotifier::activated, notifier, [notifier] {
+    notifier->setEnabled(false);
+    Quit(0);
+  });
+  struct sigaction quit {};
+  quit.sa_handler = [](int) {
+    const int before = errno;
+    static_cast<void>(::write(gSignalled, "", 1));  // full: there is one to be heard already
+    errno = before;
+  };
+  quit.sa_flags = SA_RESTART;
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    struct sigaction now {};
+    if (::sigaction(signal, nullptr, &now) == 0 && now.sa_handler != SIG_IGN)
+      ::sigaction(signal, &quit, nullptr);
+  }
+}
 
 int Application::Run(const std::function<void()>& opened) {
   gQuitting = false;

@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "platform/Application.h"
 #include "platform/Machine.h"
 #include "platform/qt/NativeWindow.h"
 
@@ -71,6 +72,7 @@ void ShowScrolled(const QString& text) {
 void MessageBox(const std::string& text) {
   // What was typed before the message could be seen is no answer to it.
   Machine::Current().DoEvents(0);
+  if (Application::Quitting()) return;
   constexpr int kSmallestWidth = 260;
   const QString shown = QString::fromStdString(text);
   if (IsLong(shown)) {
@@ -87,6 +89,7 @@ void MessageBox(const std::string& text) {
 }
 
 std::optional<FolderItem> SelectFolderDialog::ShowModal() {
+  if (Application::Quitting()) return std::nullopt;
   QFileDialog dialog(Front(), Title.empty() ? FrontTitle() : QString::fromStdString(Title));
   dialog.setObjectName("SelectFolderDialog");
   dialog.setFileMode(QFileDialog::Directory);

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <map>
 
+#include "platform/Application.h"
 #include "platform/qt/ButtonRow.h"
 #include "platform/qt/FittedText.h"
 #include "platform/qt/InputDropped.h"
@@ -172,6 +173,7 @@ void NativeWindow::PutOverParent() {
 }
 
 void NativeWindow::RunModal() {
+  if (Application::Quitting()) return;
   QEventLoop loop;
   fModalLoop = &loop;
   if (fStyle.hidden) {

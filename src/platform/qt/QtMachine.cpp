@@ -5,15 +5,19 @@
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QEventLoop>
+#include <QThread>
 #include <QTimer>
 #include <QUrl>
 #include <QWindow>
 
+#include "platform/Application.h"
 #include "platform/posix/Process.h"
 #include "platform/posix/X11Clipboard.h"
 #include "platform/qt/InputDropped.h"
 
 void QtMachine::DoEvents(int milliseconds) {
+  // The toolkit's loops don't run any more once they have been ended.
+  if (Ending()) QThread::msleep(static_cast<unsigned long>(milliseconds));
   const InputDropped dropped;
   QEventLoop loop;
   QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
@@ -25,6 +29,10 @@ void QtMachine::Yield() {
   const InputDropped dropped;
   QCoreApplication::processEvents();
   fLastYield = Ticks();
+}
+
+bool QtMachine::Ending() {
+  return Application::Quitting();
 }
 
 std::string QtMachine::ClipboardText() {

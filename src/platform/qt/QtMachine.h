@@ -8,6 +8,7 @@ class QtMachine : public PosixMachine {
  public:
   void DoEvents(int milliseconds) override;
   void Yield() override;
+  bool Ending() override;
   std::string ClipboardText() override;
   void SetClipboardText(const std::string& text) override;
   void LeaveClipboard() override;
