@@ -51,7 +51,7 @@ class OrderPlace {
     const std::int64_t end = machine.Ticks() + kMostTicks;
     while (!machine.Ending() && machine.Ticks() < end) {
       if (!fLock) fLock = FolderLock::Take(FolderItem(temporary));
-      if (fLock && !ViewConst::FileExists(order)) return;
+      if (fLock && !FolderItem(order).IsFile()) return;
       machine.DoEvents(50);
     }
   }

@@ -41,6 +41,24 @@ TEST_F(Actions, TheScriptRunsEntryByEntryPastItsFailures) {
   EXPECT_EQ(fTree.Look()["shell"], "file 666 done\n") << "more output than a pipe holds";
 }
 
+TEST_F(Actions, NoScriptTakesAwayWhatIsNotItsOwn) {
+  fTree.Write("home/Documents/mine", "mine");
+  fTree.Write("Applications/other", "another software");
+  QString script =
+      "preinstalldelete=@/home|delete=UserAccount/|delete=@|delete=/|delete=@/Applications|delete=@/media|"
+      "delete=@/media/Setup.app|delete=@/media/Setup.app/Contents/Resources/Data2|content=@/home|"
+      "content=@/media/Setup.app/Contents/Resources/Data|delete=@/temporary";
+  fPackage.textData[29] = script.replace("@", QString::fromStdString(fTree.Path())).toStdString();
+  ExpectInstallPressed();
+  for (int copies = 0; copies < 2; ++copies)
+    fScript.ExpectMessage("Install Error\n\nFile Copy Failed: content");
+  fPackage.Write(fTree, "media/Setup.app");
+  Contents expected = fTree.Look();
+  RunFromDisk();
+  expected.insert({{"Applications/Demo", "folder 755"}, {"Applications/Demo/content", "file 644 archive"}});
+  EXPECT_EQ(fTree.Look(), expected);
+}
+
 TEST_F(Actions, ProgramsAreHeardForAsLongAsTheySayWait) {
   fPackage.data[8] = "SetupFolder/Before";
   fTree.Write("media/Before", "", 0755);

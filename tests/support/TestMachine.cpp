@@ -57,6 +57,10 @@ bool TestMachine::Launch(const FolderItem& item) {
 
 void TestMachine::ExpandPackage(const FolderItem& archive, const FolderItem& folder) {
   fExpanded.push_back(BinaryStream::Open(archive)->ReadAll());
+  if (!fHelpers.empty()) {
+    PosixMachine::ExpandPackage(archive, folder);
+    return;
+  }
   if (fArchive.watched)
     fExpansion = std::make_shared<ScriptedExpansion>(fArchive, folder);
   else if (fArchive.work)

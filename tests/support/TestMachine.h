@@ -39,6 +39,7 @@ class TestMachine : public PosixMachine {
   std::vector<std::string> fLaunched;
   std::vector<std::string> fExpanded;  // packages' archives, their bytes as they lay
   ArchiveLook fLook{.accepted = true};
+  std::string fHelpers;                                     // their folder, for cases with real ones
   std::string fDisc;                                        // a folder that counts as a disc
   std::function<std::string(std::int64_t ticks)> fProgram;  // what a program has on the clipboard by then
 
@@ -62,13 +63,18 @@ class TestMachine : public PosixMachine {
   bool SystemVersion(std::int64_t& major, std::int64_t& minor) override;
   void Beep() override { ++fBeeps; }
   void ShowURL(const std::string& address) override { fAddresses.push_back(address); }
-  ArchiveLook LookAtArchive(const FolderItem& /*archive*/, bool /*everyByte*/) override { return fLook; }
+  ArchiveLook LookAtArchive(const FolderItem& archive, bool everyByte) override {
+    return fHelpers.empty() ? fLook : PosixMachine::LookAtArchive(archive, everyByte);
+  }
   bool IsDisc(const FolderItem& folder) override { return folder.NativePath() == fDisc; }
   bool Launch(const FolderItem& item) override;
   void ExpandPackage(const FolderItem& archive, const FolderItem& folder) override;
-  std::shared_ptr<Expansion> ExpansionOf(const FolderItem& /*archive*/) override { return fExpansion; }
+  std::shared_ptr<Expansion> ExpansionOf(const FolderItem& archive) override {
+    return fHelpers.empty() ? fExpansion : PosixMachine::ExpansionOf(archive);
+  }
 
  protected:
+  std::string HelperFolder() override { return fHelpers.empty() ? PosixMachine::HelperFolder() : fHelpers; }
   bool OpenDocument(const FolderItem& /*item*/) override { return false; }
 
  private:

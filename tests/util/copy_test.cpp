@@ -107,8 +107,15 @@ TEST_F(Copies, FailOnAFullDisk) {
   const SmallDisk disk(fTree.Folder("disk"), 64);
   if (!disk.Mounted()) GTEST_SKIP() << "no right to mount";
   fTree.Write("large", std::string(300'000, 'x'));
+  fTree.Write("disk/copy", "the user's");
+  fTree.Write("disk/folder/large", "the user's too");
+  fTree.Write("from/large", std::string(300'000, 'x'));
+  fTree.Write("from/other", std::string(300'000, 'x'));
+  const Contents before = fTree.Look("disk");
   EXPECT_FALSE(CopyFile(fTree.Path("large"), fTree.Path("disk/copy")));
-  DeleteFile(fTree.Path("disk/copy"));
+  EXPECT_FALSE(CopyFolder(fTree.Path("from"), fTree.Path("disk/folder")));
+  EXPECT_EQ(fTree.Look("disk"), before) << "neither cut nor gone, and no half of a new one";
+  for (const char* item : {"disk/copy", "disk/folder"}) DeleteFolderOrApp(fTree.Path(item));
   fTree.Write("small", "moved");
   EXPECT_TRUE(RenameFile(fTree.Path("small"), fTree.Path("disk/small")));
   EXPECT_EQ(fTree.Read("disk/small"), "moved") << "a move between disks copies";

@@ -26,9 +26,10 @@ END
 "$bin/tessarine-pack" "$work/package.json" "$work/Media Name/Setup.app"
 runtime="$work/Media Name/Setup.app/Contents/MacOS/TessarineStub"
 
-# Starts an install, by a program that has its children's ends ignored, and leads it to the notes.
+# Starts an install, by a program that has its children's ends ignored (and this shell, in the background, keyboard
+# interrupts), and leads it to the notes.
 start_install() {
-  env --ignore-signal=CHLD "$runtime" &
+  env --ignore-signal=CHLD --default-signal=INT "$runtime" &
   installer=$!
   await_window "Walk"
   main=$WINDOW
@@ -81,6 +82,17 @@ await_window "Confirmation"
 press Return
 await_end "$installer"
 same_tree "$work/payload/Lantern" "$work/chosen/Lantern" || die "the replaced tree differs"
+
+echo "walk: a signal ends the run where it stands, and nothing has changed"
+for signal in TERM INT HUP; do
+  start_install
+  if [ $signal != TERM ]; then choose "$work/chosen"; fi
+  if [ $signal = INT ]; then await_window "Confirmation"; fi
+  kill -"$signal" "$installer"
+  await_end "$installer"
+  [ "$(ls -A "$work/chosen")" = Lantern ] || die "$signal left something"
+  same_tree "$work/payload/Lantern" "$work/chosen/Lantern" || die "$signal cost the old one"
+done
 
 echo "walk: a damaged archive installs nothing"
 data2="$work/Media Name/Setup.app/Contents/Resources/Data2"

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+// What stands after an install that fails, with the real expansion program on real folders.
+#include <sys/mount.h>
+#include <sys/stat.h>
+
+#include "session/SessionTest.h"
+#include "support/ZipBuilder.h"
+
+using ziptest::File;
+using ziptest::ZipOf;
+
+class Failures : public SessionTest {
+ protected:
+  Failures() {
+    ::setenv("ASAN_OPTIONS", "detect_leaks=0", 1);  // nothing can be looked for behind the helper's wall
+    fMachine.fHelpers = fs::path(DITTO_PROGRAM).parent_path();
+    fPackage.data[2] = "1";
+    fPackage.textData[6] = "|||||||||||||It failed";
+    fPackage.payload = Sound();
+  }
+
+  static std::string Sound() { return ZipOf({File("Demo/new", std::string(200'000, 'n'))}); }
+
+  /// One that the structure of which says nothing of its damage.
+  static std::string Damaged() {
+    std::string archive = Sound();
+    archive[archive.size() / 2] ^= 1;
+    return archive;
+  }
+
+  void StandIn(const std::string& script) {
+    fTree.Write("helpers/ditto", "#!/bin/sh\n" + script + "\n", 0755);
+    fMachine.fHelpers = fTree.Path("helpers");
+  }
+};
+
+TEST_F(Failures, LeaveWhatStoodThereAndNothingElse) {
+  const std::string damaged = "The checksum of the entry \"Demo/new\" is wrong.";
+  struct Row {
+    const char* why;
+    std::string payload;
+    std::string reason;
+    std::function<void()> prepare{};
+  };
+  const Row rows[] = {
+      {"no archive", "no archive",
+       "The file is no zip archive, or it is cut short: its end record is missing."},
+      {"a piece is missing", Sound().substr(0, 100'000) + Sound().substr(150'000),
+       "The archive's directory is not where its end record says."},
+      {"damaged inside", Damaged(), damaged},
+      {"leads out", ZipOf({File("../out")}), "The entry \"../out\" has \"..\" on its path."},
+      {"another folder", ZipOf({File("Other/file")}), "The archive holds no folder named Demo."},
+      {"two that differ in case", ZipOf({File("DEMO/file"), File("demo/file")}),
+       "The archive holds no folder named Demo."},
+      {"a file of that name", ZipOf({File("Demo")}), "The archive holds no folder named Demo."},
+      {"no helper", Sound(), "The expansion program can't be started.",
+       [this] { fMachine.fHelpers = fTree.Path("none"); }},
+      {"killed while it looks", Sound(), "The expansion ended before its time.",
+       [this] { StandIn("kill -9 $$"); }},
+      {"killed at work", Sound(), "The expansion ended before its time.",
+       [this] {
+         StandIn(
+             "case \"$*\" in *--plan*) exit 0;; esac\ncd \"$9\" && mkdir Demo && : > Demo/half; kill -9 $$");
+       }},
+      {"says that all is well and does nothing", Sound(), "The archive holds no folder named Demo.",
+       [this] { StandIn("exit 0"); }},
+  };
+  for (const char* before : {"", "Demo/|Demo/old: old"}) {
+    for (const Row& row : rows) {
+      const std::string why = std::string(row.why) + ", over \"" + before + "\"";
+      fs::remove_all(fTree.Path("Applications"));
+      fTree.Folder("Applications");
+      fTree.Write("Applications/Demo.zip", "the user's own");
+      if (*before != '\0') fTree.Write("Applications/Demo/old", "old");
+      const Contents stood = fTree.Look("Applications");
+      fMachine.fHelpers = fs::path(DITTO_PROGRAM).parent_path();
+      if (row.prepare) row.prepare();
+      fPackage.payload = row.payload;
+      ExpectInstallPressed();
+      fScript.ExpectMessage("It failed\n\n" + row.reason);
+      Run(why);
+      EXPECT_EQ(fTree.Look("Applications"), stood) << why;
+    }
+  }
+}
+
+TEST_F(Failures, ANameThatOnlyLooksAnotherTakesThePlaceOfTheOldOne) {
+  const std::string composed = "Caf\u00E9", decomposed = "Cafe\u0301";
+  const std::pair<std::string, std::string> rows[] = {{composed, decomposed},
+                                                      {decomposed, composed},
+                                                      {"Demo", "DEMO"},
+                                                      {std::string(255, 'n'), std::string(255, 'n')}};
+  for (const auto& [name, brought] : rows) {
+    fs::remove_all(fTree.Path("Applications"));
+    fTree.Write("Applications/" + name + "/old", "old");
+    fPackage.textData[7] = name;
+    fPackage.payload = ZipOf({File(brought + "/new", "new")});
+    ExpectInstallPressed();
+    Run(name);
+    EXPECT_EQ(fTree.Look("Applications"),
+              (Contents{{name, fTree.Look("Applications")[name]}, {name + "/new", "file 644 new"}}));
+  }
+}
+
+TEST_F(Failures, WithRoomForOneOnlyTheOldOneGoesForASoundArchive) {
+  fPackage.data[2] = "";
+  const SmallDisk disk(fTree.Folder("disk"), 320);
+  if (!disk.Mounted()) GTEST_SKIP() << "no right to mount";
+  fTree.Write("disk/Demo/old", std::string(200'000, 'o'));
+  const Contents stood = fTree.Look("disk");
+  const auto install = [this](const std::string& message) {
+    ExpectInstallPressed();
+    Expect({.window = "SelectFolderDialog", .choose = fTree.Path("disk")});
+    if (!message.empty()) fScript.ExpectMessage("It failed\n\n" + message);
+    Run(message);
+  };
+  fPackage.payload = Damaged();
+  install("The checksum of the entry \"Demo/new\" is wrong.");
+  EXPECT_EQ(fTree.Look("disk"), stood);
+  fPackage.payload = Sound();
+  {
+    const std::optional<FolderLock> other = FolderLock::Share(FolderItem(fTree.Path("disk")));
+    install("Another installation is at work in " + fTree.Path("disk") + ".");
+    EXPECT_EQ(fTree.Look("disk"), stood) << "another run counts on the same room";
+  }
+  fPackage.payload = ZipOf({File("Demo/new", std::string(900'000, 'n'))});
+  install("There is not enough room on the disk: 1 MB are needed, 0 MB are free.");
+  EXPECT_EQ(fTree.Look("disk"), stood);
+  fPackage.payload = Sound();
+  install("");
+  EXPECT_EQ(fTree.Look("disk").size(), 2U);
+  EXPECT_EQ(fTree.Read("disk/Demo/new").size(), 200'000U);
+}
+
+TEST_F(Failures, WhatKilledRunsLeftIsEndedByTheNext) {
+  const std::string prefix = "Applications/.tessarine-";
+  fTree.Write(prefix + "install-0123456789abcdef/Demo/half", "half");
+  fs::permissions(fTree.Path(prefix + "install-0123456789abcdef"), fs::perms(0700));
+  fTree.Write(prefix + "aside-0123456789abcdef/Demo/old", "old");
+  fs::permissions(fTree.Path(prefix + "aside-0123456789abcdef"), fs::perms(0700));
+  fTree.Write(prefix + "install-open/kept", "not one of ours: others may look into it");
+  const Contents kept = {
+      {".tessarine-install-open", "folder 755"},
+      {".tessarine-install-open/kept", fTree.Look("Applications")[".tessarine-install-open/kept"]},
+      {"Demo", "folder 755"},
+      {"Demo/old", "file 644 old"}};
+  fPackage.payload = "no archive";
+  ExpectInstallPressed();
+  Expect({.window = "MessageBox", .press = "OKBtn"});
+  Run();
+  EXPECT_EQ(fTree.Look("Applications"), kept) << "the one that stood aside is back";
+  // Another stands in its place: then it is what the killed run had put there.
+  fTree.Write(prefix + "aside-0123456789abcdef/Demo/older", "older");
+  fs::permissions(fTree.Path(prefix + "aside-0123456789abcdef"), fs::perms(0700));
+  ExpectInstallPressed();
+  Expect({.window = "MessageBox", .press = "OKBtn"});
+  Run();
+  EXPECT_EQ(fTree.Look("Applications"), kept);
+}
