@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "actions/ActionScript.h"
 
-#include "util/Strings.h"
-
 namespace {
 
 using ViewConst::NonCaseMatch;
@@ -54,12 +52,9 @@ Action ParseAction(std::string_view entry) {
 
 }  // namespace
 
-std::vector<Action> ParseActions(std::string_view script) {
-  std::vector<Action> actions;
-  if (script.empty()) return actions;
-  for (const std::string_view entry : ViewConst::SplitFields(script, "|"))
-    actions.push_back(ParseAction(entry));
-  return actions;
+std::optional<Action> ActionScript::Next() {
+  const std::optional<std::string_view> entry = fEmpty ? std::nullopt : fEntries.Next();
+  return entry ? std::optional(ParseAction(*entry)) : std::nullopt;
 }
 
 std::string ExpandUserAccount(const std::string& path, const std::string& home) {

@@ -2,9 +2,11 @@
 // The publisher's action script: entries separated by "|", each "key=value". There is no escape.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
+
+#include "util/Strings.h"
 
 struct Action {
   enum class Kind {
@@ -29,7 +31,15 @@ struct Action {
 
 /// One entry a piece of the text; none for an empty text. Keywords are known in any case. What stands
 /// behind a second "=" is dropped.
-std::vector<Action> ParseActions(std::string_view script);
+class ActionScript {
+ public:
+  explicit ActionScript(std::string_view text) : fEntries(text, "|"), fEmpty(text.empty()) {}
+  std::optional<Action> Next();
+
+ private:
+  ViewConst::FieldReader fEntries;
+  bool fEmpty;
+};
 
 /// "UserAccount/x" counted from the home folder; any other path as it is.
 std::string ExpandUserAccount(const std::string& path, const std::string& home);

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The publisher's programs before and after the install, and the script's shell commands.
+// The publisher's programs before and after the install.
 #include "actions/ExternalPrograms.h"
 
 #include "actions/Specifiers.h"
 #include "package/SplitSet.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
-#include "platform/Shell.h"
 #include "session/TessarineStubWindow.h"
 #include "util/Files.h"
 #include "util/GlobalsKv.h"
@@ -36,16 +35,6 @@ ProgramAnswer ReadAnswer(const std::string& clipboard) {
   return {};
 }
 
-std::vector<std::string> ScriptLines(std::string_view text) {
-  const auto holds = [text](std::string_view separator) {
-    return text.find(separator) != std::string_view::npos;
-  };
-  const std::string_view separator = holds("\r\n") ? "\r\n" : holds("\n") ? "\n" : "\r";
-  std::vector<std::string> lines;
-  for (const std::string_view line : ViewConst::SplitFields(text, separator)) lines.emplace_back(line);
-  return lines;
-}
-
 bool TessarineStubWindow::SpecialPath(std::string& path) {
   const std::optional<ResolvedSpecifier> resolved =
       ResolveSpecifier(path, {Machine::Current().HomeFolder(), fTargetFolder, StartedFrom()});
@@ -66,40 +55,29 @@ bool TessarineStubWindow::DoExecuteBefore() {
     const FolderItem child = ViewConst::ResourceFolder().Child(fExecuteBeforeName);
     if (child.Exists()) program = child;
   }
-  if (!program) return true;
-  program->Launch(true);
-  return CommunicateWithExecutable();
+  return !program || !program->Launch(true) || CommunicateWithExecutable();
 }
 
 bool TessarineStubWindow::CommunicateWithExecutable() {
+  Machine& machine = Machine::Current();
   WaitBeyond(kFirstWait);
-  std::string text = Machine::Current().ClipboardText();
+  std::string text = machine.ClipboardText();
   if (!text.empty()) {
+    // A program that has ended can't take back that it wants to be waited for.
+    bool runs = true;
     do {
+      runs = machine.LaunchedRuns();
       WaitBeyond(kPollInterval);
-      text = Machine::Current().ClipboardText();
-    } while (ReadAnswer(text).kind == ProgramAnswer::Kind::Wait && !Machine::Current().Ending());
+      text = machine.ClipboardText();
+    } while (ReadAnswer(text).kind == ProgramAnswer::Kind::Wait && runs && !machine.Ending());
   }
-  if (Machine::Current().Ending()) return false;
+  if (machine.Ending()) return false;
   const ProgramAnswer answer = ReadAnswer(text);
-  if (!answer.message.empty()) MessageBox(answer.message);
+  // What the program before has left there, and the user has read, this one didn't say.
+  if (!answer.message.empty() && text != fHeard) MessageBox(answer.message);
+  fHeard = text;
   if (answer.kind == ProgramAnswer::Kind::Abort) return false;
   if (fDressed) Show();
   MyProcessToTop();
   return true;
-}
-
-void TessarineStubWindow::DoShellCmd(const std::string& command) {
-  Shell().Execute(command);
-}
-
-void TessarineStubWindow::DoShellFile(const std::string& name) {
-  std::string text;
-  ViewConst::DataFileRead(fTargetFolder + "/" + name, text);
-  Shell shell;
-  for (const std::string& line : ScriptLines(text)) {
-    if (Machine::Current().Ending()) return;
-    shell.Execute(line);
-    Machine::Current().Yield();
-  }
 }

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
-// What programs say to the installer by the text of the clipboard, and how a script file is taken apart.
+// What programs say to the installer by the text of the clipboard.
 #pragma once
 
 #include <string>
-#include <string_view>
-#include <vector>
 
 struct ProgramAnswer {
   enum class Kind { Wait, Abort, Done, Other };
@@ -14,7 +12,3 @@ struct ProgramAnswer {
 
 /// Case doesn't count.
 ProgramAnswer ReadAnswer(const std::string& clipboard);
-
-/// The lines between pairs of carriage return and line feed where there is one, else between line feeds
-/// where there is one, else between carriage returns. Empty lines count.
-std::vector<std::string> ScriptLines(std::string_view text);

@@ -66,30 +66,31 @@ void Copy(const Action& action, const std::string& source) {
 }  // namespace
 
 void TessarineStubWindow::PostInstallCopy() {
-  for (const Action& action : ParseActions(fPostCopy)) {
+  ActionScript script(fPostCopy);
+  while (const std::optional<Action> action = script.Next()) {
     if (Machine::Current().Ending()) return;
-    switch (action.kind) {
+    switch (action->kind) {
       case Action::Kind::Delete:
-        ViewConst::DeleteItem(FromHome(action.value));
+        ViewConst::DeleteItem(FromHome(action->value));
         break;
       case Action::Kind::Shell:
-        DoShellCmd(action.value);
+        DoShellCmd(action->value);
         break;
       case Action::Kind::ShellFile:
-        DoShellFile(action.value);
+        DoShellFile(action->value);
         break;
       case Action::Kind::CreateFolder:
-        if (!DirectoryExists(FromHome(action.value))) MakeFolders(FromHome(action.value));
+        if (!DirectoryExists(FromHome(action->value))) MakeFolders(FromHome(action->value));
         break;
       case Action::Kind::AllUsersFullAccess:
-        ViewConst::AllUsersFullAccessOnMac(GlobalsKv::MyGetFolderItem(FromHome(action.value)));
+        ViewConst::AllUsersFullAccessOnMac(GlobalsKv::MyGetFolderItem(FromHome(action->value)));
         break;
       case Action::Kind::PreInstallDelete:
       case Action::Kind::PreInstallCopy:
         break;  // done ahead of the expansion
       case Action::Kind::Copy:
-        Copy(action, fTargetFolder + "/" + action.source);
-        fInstalled.push_back(FromHome(action.destination));
+        Copy(*action, fTargetFolder + "/" + action->source);
+        fInstalled.push_back(FromHome(action->destination));
         break;
       case Action::Kind::Invalid:
         Complain("Contact Publisher");

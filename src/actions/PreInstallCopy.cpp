@@ -22,10 +22,11 @@ void Save(const std::string& source, const std::string& destination) {
 }  // namespace
 
 void TessarineStubWindow::PreInstallCopy() {
-  for (const Action& action : ParseActions(fPostCopy)) {
+  ActionScript script(fPostCopy);
+  while (const std::optional<Action> action = script.Next()) {
     if (Machine::Current().Ending()) return;
-    if (action.kind == Action::Kind::PreInstallDelete) ViewConst::DeleteItem(action.value);
-    if (action.kind == Action::Kind::PreInstallCopy) Save(action.source, action.destination);
+    if (action->kind == Action::Kind::PreInstallDelete) ViewConst::DeleteItem(action->value);
+    if (action->kind == Action::Kind::PreInstallCopy) Save(action->source, action->destination);
     Machine::Current().Yield();
   }
 }

@@ -9,9 +9,8 @@
 std::vector<ListItem> ParseItems(std::string_view list) {
   std::vector<ListItem> items;
   if (list.empty()) return items;
-  for (const std::string_view row : ViewConst::SplitFields(list, "|")) {
-    if (items.size() == kMostItems) break;
-    const std::vector<std::string_view> fields = ViewConst::SplitFields(row, ",");
+  for (const std::string_view row : ViewConst::SplitFields(list, "|", kMostItems)) {
+    const std::vector<std::string_view> fields = ViewConst::SplitFields(row, ",", 4);
     const auto field = [&fields](std::size_t index) {
       return std::string(index < fields.size() ? fields[index] : "");
     };

@@ -32,7 +32,7 @@ inline void DoShowModal(Window& window) {
   window.ShowModal();
 }
 inline void ModalScriptShow(Window& window) {
-  window.ShowModal();
+  DoShowModal(window);
 }
 
 /// How much a message's dialog differs from the design, by its number of characters and line breaks.

@@ -75,9 +75,8 @@ void TessarineStubWindow::StartAfterProgram(std::optional<FolderItem> program) {
   if (SpecialPath(fExecuteAfterName) && ViewConst::FileExists(fExecuteAfterName))
     program = GlobalsKv::MyGetFolderItem(fExecuteAfterName);
   if (!program) return;
-  program->Launch(true);
   // An abort has been shown to the user; there is nothing left to stop.
-  static_cast<void>(CommunicateWithExecutable());
+  if (program->Launch(true)) static_cast<void>(CommunicateWithExecutable());
 }
 
 void TessarineStubWindow::ShowInstallationFailed(const std::string& reason) {

@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The wait for the Payload's expansion, and the end of its archive.
+// The wait for the Payload's expansion.
 #include <algorithm>
 #include <limits>
 
 #include "engine/WaitEstimate.h"
-#include "platform/Application.h"
 #include "platform/Machine.h"
 #include "session/TessarineStubWindow.h"
-#include "util/Clock.h"
-#include "util/Files.h"
-#include "util/Rights.h"
 
 namespace {
 
@@ -47,15 +43,4 @@ bool TessarineStubWindow::ZipFileProcess(const std::string& /*path*/, const Fold
     machine.DoEvents(10);
   } while (start + estimate >= machine.Ticks() && !machine.Ending());
   return true;
-}
-
-void TessarineStubWindow::ZipFileDelete(const std::string& path, const std::optional<FolderItem>& file) {
-  if (file) file->Launch(true);
-  const std::int64_t end = Machine::Current().Ticks() + std::int64_t{ViewConst::kVanishLimit} * 60;
-  const auto stays = [&path] { return ViewConst::FileExists(path) && !ViewConst::DirectoryExists(path); };
-  while (stays() && Machine::Current().Ticks() < end && !Machine::Current().Ending()) {
-    ViewConst::AllUsersFullAccess(path);
-    ViewConst::DeleteFile(path);
-    if (stays()) ViewConst::Sleep(1);
-  }
 }

@@ -11,11 +11,14 @@ using ViewConst::NthField;
 using ViewConst::SplitFields;
 
 constexpr std::string_view kNoteMark = "$HTML$";
+constexpr std::size_t kMostFields = 30;
+constexpr std::size_t kMostLabels = 27;
 
 /// The fields of one record, numbered from 1.
 class Fields {
  public:
-  Fields(std::string_view record, std::string_view separator) : fFields(SplitFields(record, separator)) {}
+  Fields(std::string_view record, std::string_view separator)
+      : fFields(SplitFields(record, separator, kMostFields)) {}
   std::string_view operator[](std::size_t n) const { return n <= fFields.size() ? fFields[n - 1] : ""; }
 
  private:
@@ -55,7 +58,8 @@ void TakeTextData(const Fields& fields, InstallerRecord& record) {
   record.fURLDisplayed = text(4);
   record.fInfo = DecodeNote(fields[5]);
   if (!fields[6].empty())
-    for (const std::string_view label : SplitFields(fields[6], "|")) record.fLabels.emplace_back(label);
+    for (const std::string_view label : SplitFields(fields[6], "|", kMostLabels))
+      record.fLabels.emplace_back(label);
   record.fTargetFolder = text(7);
   record.fCopyright = text(8);
   record.fWindowTitle = text(9);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "package/Scrambling.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -31,18 +32,16 @@ void Shift(char* bytes, std::size_t count, unsigned char by) {
 constexpr unsigned char kRaise = 1;
 constexpr unsigned char kLower = 255;  // minus one, modulo 256
 
-/// `source` and `target` may be the same stream.
 bool ShiftFile(BinaryStream& source, BinaryStream& target, unsigned char by) {
   std::vector<char> piece(kPiece);
-  const std::uint64_t length = source.Length();
-  std::uint64_t done = 0;
+  std::uint64_t left = source.Length();
   while (const std::size_t got = source.Read(piece.data(), piece.size())) {
     Shift(piece.data(), got, by);
-    if (!target.WriteAt(done, piece.data(), got)) return false;
-    done += got;
+    if (!target.Write(piece.data(), got)) return false;
+    left -= std::min<std::uint64_t>(left, got);
     Machine::Current().Yield();
   }
-  return done == length;
+  return left == 0;
 }
 
 }  // namespace
@@ -59,18 +58,14 @@ std::string Encrypt(const std::string& text) {
 
 void EncryptDecryptFileEnd(const std::string& path, bool encrypt) {
   const std::optional<FolderItem> item = GlobalsKv::MyGetFolderItem(path);
-  if (!item) return;
-  const unsigned char by = encrypt ? kRaise : kLower;
-  if (std::optional<BinaryStream> file = BinaryStream::Update(*item)) {
-    // A write that fails half-way spoils the copy at hand; who opens it next finds no sound archive.
-    static_cast<void>(ShiftFile(*file, *file, by));
-    return;
-  }
-  std::optional<BinaryStream> source = BinaryStream::Open(*item);
+  std::optional<BinaryStream> source = item ? BinaryStream::Open(*item) : std::nullopt;
   if (!source) return;
-  const FolderItem fresh(item->NativePath() + ".part");
+  const FolderItem fresh = item->FreshSibling();
   std::optional<BinaryStream> target = BinaryStream::Create(fresh);
   if (!target) return;
-  const bool written = ShiftFile(*source, *target, by) && target->Close();
+  const FolderItem original(item->ResolvedPath());
+  const bool written = ShiftFile(*source, *target, encrypt ? kRaise : kLower) && target->Close() &&
+                       fresh.SetPermissions(original.Permissions());
+  // The old bytes stand until all of the new ones do.
   if (!written || fresh.MoveFileTo(*item) != FolderItem::Moved::Yes) static_cast<void>(fresh.Delete());
 }

@@ -11,8 +11,7 @@ void DecryptStr(std::string& text);
 /// The scrambled bytes of `text`; the inverse of DecryptStr.
 std::string Encrypt(const std::string& text);
 
-/// Scrambles or unscrambles a whole file in memory independent of its size. It is done in place, so that
-/// it needs no further room on the disk; a file with several names, or named by a link, is replaced by a
-/// new one instead, and keeps its bytes when that can't be written. Nothing is reported; a missing file
-/// is left missing.
+/// Scrambles or unscrambles a whole file in memory independent of its size. A new file of its mode takes its
+/// place once it is written; where that can't be, the file stays as it was. Nothing is reported; a missing
+/// file is left missing.
 void EncryptDecryptFileEnd(const std::string& path, bool encrypt);

@@ -18,9 +18,6 @@ class BinaryStream {
   /// A new file for writing. Whatever file or link bears the name is removed first; a folder is not,
   /// and then there is no stream. The file's mode is 0666 less the process's mask. An UnnamedFile is emptied.
   static std::optional<BinaryStream> Create(const FolderItem& item);
-  /// An existing file to be changed in place, made writable for its owner where it isn't. No stream for
-  /// a link, or a file that bears further names: somebody else's file would change with it.
-  static std::optional<BinaryStream> Update(const FolderItem& item);
 
   BinaryStream(BinaryStream&& other) noexcept;
   BinaryStream& operator=(BinaryStream&&) = delete;
@@ -34,8 +31,6 @@ class BinaryStream {
   /// False when not every byte was taken, as on a full disk.
   [[nodiscard]] bool Write(const char* bytes, std::size_t count);
   [[nodiscard]] bool Write(const std::string& bytes) { return Write(bytes.data(), bytes.size()); }
-  /// Writes at a byte offset; where Read goes on is not changed.
-  [[nodiscard]] bool WriteAt(std::uint64_t offset, const char* bytes, std::size_t count);
   /// Writes all that is left of `source`, inside the kernel where it can. `goOn` runs every few megabytes.
   /// False when `source` couldn't be read to its end or not every byte was taken, and when `goOn` says so.
   [[nodiscard]] bool WriteAllOf(BinaryStream& source, const std::function<bool()>& goOn);

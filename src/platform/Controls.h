@@ -57,8 +57,6 @@ class PushButton : public Control {
   void SetRole(Role role);
   /// Runs on a click, on Space with the focus, and by Return (default) or Escape (cancel).
   void OnAction(std::function<void()> action);
-  /// As if the user had clicked it; nothing when it is hidden or disabled.
-  void Push();
 
  private:
   std::string fCaption;

@@ -2,8 +2,10 @@
 // Conversions between Mac Roman, UTF-16 and UTF-8.
 #include "platform/Encoding.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cwctype>
+#include <iterator>
 
 namespace {
 
@@ -91,6 +93,18 @@ std::string MacRomanToUtf8(std::string_view bytes) {
   text.reserve(bytes.size());
   for (const char byte : bytes) AppendUtf8(text, FromMacRoman(static_cast<unsigned char>(byte)));
   return text;
+}
+
+std::optional<std::string> Utf8ToMacRoman(std::string_view text) {
+  std::string bytes;
+  for (std::size_t at = 0; at < text.size();) {
+    const char32_t character = NextCharacter(text, at);
+    const auto* found = std::find(std::begin(kMacRoman), std::end(kMacRoman), character);
+    if (character >= 128 && found == std::end(kMacRoman)) return std::nullopt;
+    bytes += static_cast<char>(
+        character < 128 ? character : static_cast<char32_t>(128 + (found - std::begin(kMacRoman))));
+  }
+  return bytes;
 }
 
 std::string RepairUtf8(std::string_view bytes) {

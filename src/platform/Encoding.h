@@ -3,11 +3,15 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
 /// Each byte is one character of Mac Roman.
 std::string MacRomanToUtf8(std::string_view bytes);
+
+/// None if a character has no byte there, or `text` is malformed.
+std::optional<std::string> Utf8ToMacRoman(std::string_view text);
 
 /// Well-formed UTF-8 as it stands; a byte that is part of no well-formed sequence is taken as a
 /// character of Mac Roman, so that a text saved in the older encoding still reads.

@@ -15,6 +15,5 @@ struct Rect {
   int width = 0;
   int height = 0;
   int Right() const { return left + width; }
-  int Bottom() const { return top + height; }
   bool operator==(const Rect&) const = default;
 };

@@ -93,6 +93,9 @@ class Machine {
   /// archive goes to the expansion helper, a document to the program that the user chose for it.
   /// Returns at once; false when nothing could be started.
   virtual bool Launch(const FolderItem& item) = 0;
+  /// Does the program that Launch started last still run? True also where that can't be known: of a document,
+  /// which another program opens.
+  virtual bool LaunchedRuns() = 0;
   /// Starts to expand an archive as a package stores it, scrambled, where it lies, into `folder`: an empty
   /// one of this run's own, which goes if that fails. See ExpansionOf.
   virtual void ExpandPackage(const FolderItem& archive, const FolderItem& folder) = 0;

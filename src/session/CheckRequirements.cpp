@@ -26,6 +26,11 @@ bool TessarineStubWindow::CheckMinOSorRAM() {
 
 bool TessarineStubWindow::CheckAdminAccount() {
   const FolderItem folder = ViewConst::GetApplicationFolder();
+  if (folder.Exists() && !folder.Directory()) {
+    MessageBox("Cannot Install" + GlobalsKv::gLineBreak + GlobalsKv::gLineBreak + GlobalsKv::MyGetString(36) +
+               folder.NativePath());
+    return false;
+  }
   const std::optional<FolderItem> probe =
       GlobalsKv::MyGetFolderItem(ViewConst::MyAbsolutePath(folder) + "X.txt");
   if (!probe) return false;

@@ -181,6 +181,7 @@ class TessarineStubWindow : public Window, public InstallerRecord {
 
   std::optional<FolderLock> fCopyLock;  // of the copy that takes over
   std::string fDisc;                    // the folder whose disc is to come out
+  std::string fHeard;                   // the text with which the last conversation ended
   std::vector<std::string> fInstalled;  // what this run has put somewhere, or tried to
   bool fPatchMissing = false;           // expanded, but the archive held no patch folder
   bool fDressed = false;                // the package's content is in the window

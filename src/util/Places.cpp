@@ -18,8 +18,10 @@ bool IsElement(std::string_view element) {
 }  // namespace
 
 bool IsInnerName(const std::string& name) {
-  const std::vector<std::string_view> elements = SplitFields(name, "/");
-  return std::all_of(elements.begin(), elements.end(), IsElement);
+  FieldReader elements(name, "/");
+  while (const std::optional<std::string_view> element = elements.Next())
+    if (!IsElement(*element)) return false;
+  return true;
 }
 
 bool LiesIn(const std::string& path, const std::string& folder) {

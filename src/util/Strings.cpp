@@ -67,27 +67,43 @@ bool NonCaseMatch(std::string_view a, std::string_view b) {
   return MatchLength(a, b) == a.size();
 }
 
-std::vector<std::string_view> SplitFields(std::string_view text, std::string_view separator) {
+std::optional<std::string_view> FieldReader::Next() {
+  if (fEnded) return std::nullopt;
+  const std::size_t end = fRest.find(fSeparator);
+  const std::string_view field = fRest.substr(0, end);
+  fEnded = end == std::string_view::npos;
+  if (!fEnded) fRest.remove_prefix(end + fSeparator.size());
+  return field;
+}
+
+std::vector<std::string_view> SplitFields(std::string_view text, std::string_view separator,
+                                          std::size_t most) {
   std::vector<std::string_view> fields;
-  while (true) {
-    const std::size_t end = text.find(separator);
-    fields.push_back(text.substr(0, end));
-    if (end == std::string_view::npos) return fields;
-    text.remove_prefix(end + separator.size());
+  FieldReader reader(text, separator);
+  while (fields.size() < most) {
+    const std::optional<std::string_view> field = reader.Next();
+    if (!field) break;
+    fields.push_back(*field);
   }
+  return fields;
 }
 
 std::string NthField(std::string_view text, std::string_view separator, std::size_t n) {
-  const std::vector<std::string_view> fields = SplitFields(text, separator);
-  return n >= 1 && n <= fields.size() ? std::string(fields[n - 1]) : "";
+  FieldReader reader(text, separator);
+  std::optional<std::string_view> field;
+  for (; n > 0; --n) {
+    field = reader.Next();
+    if (!field) break;
+  }
+  return std::string(field.value_or(""));
 }
 
 std::size_t FindField(std::string_view text, std::string_view separator, std::string_view value) {
   if (text.empty()) return 0;
-  const std::vector<std::string_view> fields = SplitFields(text, separator);
-  const auto found = std::find_if(fields.begin(), fields.end(),
-                                  [value](std::string_view field) { return NonCaseMatch(field, value); });
-  return found == fields.end() ? 0 : static_cast<std::size_t>(found - fields.begin()) + 1;
+  FieldReader reader(text, separator);
+  for (std::size_t n = 1; const std::optional<std::string_view> field = reader.Next(); ++n)
+    if (NonCaseMatch(*field, value)) return n;
+  return 0;
 }
 
 double Val(std::string_view text) {

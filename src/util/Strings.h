@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,8 +24,21 @@ std::size_t FindText(std::string_view text, std::string_view needle, std::size_t
 /// Do the texts equal each other, ignoring case?
 bool NonCaseMatch(std::string_view a, std::string_view b);
 
-/// The pieces between separators; one empty piece for an empty text.
-std::vector<std::string_view> SplitFields(std::string_view text, std::string_view separator);
+/// The pieces between separators, one after the other; one empty piece for an empty text.
+class FieldReader {
+ public:
+  FieldReader(std::string_view text, std::string_view separator) : fRest(text), fSeparator(separator) {}
+  std::optional<std::string_view> Next();
+
+ private:
+  std::string_view fRest;
+  std::string_view fSeparator;
+  bool fEnded = false;
+};
+
+/// The first `most` of them. A text of nothing but separators would take many times its room.
+std::vector<std::string_view> SplitFields(std::string_view text, std::string_view separator,
+                                          std::size_t most);
 
 /// The n-th field from 1; empty behind the last.
 std::string NthField(std::string_view text, std::string_view separator, std::size_t n);

@@ -4,6 +4,7 @@
 
 #include "actions/ActionScript.h"
 #include "actions/ExternalPrograms.h"
+#include "actions/ShellCommands.h"
 #include "actions/Specifiers.h"
 #include "dialogs/MessageModal.h"
 #include "package/PixelStrings.h"
@@ -11,6 +12,13 @@
 #include "util/GlobalsKv.h"
 
 using Kind = Action::Kind;
+
+static std::vector<Action> ParseActions(const std::string& text) {
+  std::vector<Action> actions;
+  ActionScript script(text);
+  while (const std::optional<Action> action = script.Next()) actions.push_back(*action);
+  return actions;
+}
 
 TEST(Script, EntriesAreReadByKeyAndForm) {
   const std::pair<const char*, Action> rows[] = {

@@ -9,6 +9,7 @@
 #include "pack/Picture.h"
 #include "pack/Scramble.h"
 #include "pack/Text.h"
+#include "platform/Encoding.h"
 
 namespace pack {
 
@@ -87,9 +88,9 @@ TEST(Text, WhatAnEncodingCannotHoldIsTold) {
                            "\xE4\xBA x", "\xF0\x80\x80\x80"})
     EXPECT_FALSE(DecodeUtf8(text)) << text;
   EXPECT_EQ(U"aé京🏮", DecodeUtf8("aé京🏮"));
-  EXPECT_EQ("A\x80\x8A\xA7\xA9\xDB\xFF", ToMacRoman("AÄäß©€ˇ"));
-  EXPECT_FALSE(ToMacRoman("ō"));
-  EXPECT_FALSE(ToMacRoman("\xC2\x80"));
+  EXPECT_EQ("A\x80\x8A\xA7\xA9\xDB\xFF", Utf8ToMacRoman("AÄäß©€ˇ"));
+  EXPECT_FALSE(Utf8ToMacRoman("ō"));
+  EXPECT_FALSE(Utf8ToMacRoman("\xC2\x80"));
 }
 
 TEST(Text, NotesArePlainWhereTheyComeBackUnchanged) {

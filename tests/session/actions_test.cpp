@@ -77,6 +77,32 @@ TEST_F(Actions, ProgramsAreHeardForAsLongAsTheySayWait) {
   EXPECT_LT(fMachine.Ticks() - start, 5 * 60);
 }
 
+TEST_F(Actions, AWaitEndsWithItsProgramAndNothingIsToldTwice) {
+  fPackage.data[8] = "SetupFolder/Before";
+  fPackage.data[3] = "After";
+  fTree.Write("media/Before", "", 0755);
+  fTree.Write("media/Setup.app/Contents/Resources/After", "", 0755);
+  fMachine.fProgramEnds = 20 * 60;
+  fMachine.fProgram = [](std::int64_t) { return std::string("TessarineWait"); };
+  Expect({.window = kMain, .press = "QuitBtn"});
+  RunInVain("it asks to be waited for, and dies");
+  EXPECT_GE(fMachine.Ticks(), 20 * 60);
+  EXPECT_LT(fMachine.Ticks(), 23 * 60);
+
+  fMachine.fProgram = [](std::int64_t) { return std::string("TessarineDone:The desk is clear."); };
+  fScript.ExpectMessage("The desk is clear.");
+  ExpectInstallPressed();
+  Run("the text still stands there when the program afterwards has nothing to say");
+
+  // One that isn't there is not waited for.
+  fPackage.data[8] = "";
+  fs::remove(fTree.Path("media/Setup.app/Contents/Resources/After"));
+  const std::int64_t start = fMachine.Ticks();
+  ExpectInstallPressed();
+  Run("gone");
+  EXPECT_LT(fMachine.Ticks() - start, 60);
+}
+
 TEST_F(Actions, ABundleSurvivesTheSharedFolderWhateverStandsThere) {
   EXPECT_TRUE(GoesThroughSharedFolder("/applications/Sub/Tool.APP/x"));
   EXPECT_FALSE(GoesThroughSharedFolder("/Applications/Docs") ||

@@ -10,12 +10,28 @@ TEST_F(Startup, WithoutARecordTheUserIsToldAndTheRunEnds) {
   const std::string record = fTree.Write("media/Setup.app/Contents/Resources/Data", "");
   fScript.ExpectMessage("Installation Failed");
   RunFromDisk("an empty record");
+  fs::resize_file(record, std::uintmax_t{1} << 40);
+  fScript.ExpectMessage("Installation Failed");
+  RunFromDisk("more than the memory holds");
   fs::remove(record);
   Expect({.window = "MessageBox", .text = "Installation Failed", .close = true});
   RunFromDisk("none");
   fMachine.fExecutable = fTree.Path("nowhere/Setup.app/Contents/MacOS/Stub");
   fScript.ExpectMessage("Installation Failed");
   RunFromDisk("no bundle");
+}
+
+TEST_F(Startup, WhatStandsInThePlaceOfTheApplicationsIsTold) {
+  for (const bool link : {false, true}) {
+    fs::remove_all(fTree.Path("Applications"));
+    if (link)
+      fTree.Link("Applications", "nowhere");
+    else
+      fTree.Write("Applications", "a file");
+    fScript.ExpectMessage("Cannot Install\n\nFILE ALREADY EXISTS.\n\nA file already exists at this path: " +
+                          fTree.Path("Applications"));
+    RunInVain();
+  }
 }
 
 TEST_F(Startup, TheWindowShowsWhatThePackageSetsAndCloses) {

@@ -42,6 +42,7 @@ class TestMachine : public PosixMachine {
   std::string fHelpers;                                     // their folder, for cases with real ones
   std::string fDisc;                                        // a folder that counts as a disc
   std::function<std::string(std::int64_t ticks)> fProgram;  // what a program has on the clipboard by then
+  std::optional<std::int64_t> fProgramEnds;                 // in ticks
 
   std::int64_t Ticks() override { return fMilliseconds * 60 / 1000; }
   void DoEvents(int milliseconds) override;
@@ -68,6 +69,7 @@ class TestMachine : public PosixMachine {
   }
   bool IsDisc(const FolderItem& folder) override { return folder.NativePath() == fDisc; }
   bool Launch(const FolderItem& item) override;
+  bool LaunchedRuns() override { return !fProgramEnds || Ticks() < *fProgramEnds; }
   void ExpandPackage(const FolderItem& archive, const FolderItem& folder) override;
   std::shared_ptr<Expansion> ExpansionOf(const FolderItem& archive) override {
     return fHelpers.empty() ? fExpansion : PosixMachine::ExpansionOf(archive);

@@ -10,6 +10,7 @@
 #include "choices/ItemList.h"
 #include "pack/Refusal.h"
 #include "pack/Text.h"
+#include "platform/Encoding.h"
 
 namespace pack {
 namespace {
@@ -76,7 +77,7 @@ std::string ItemList(const std::string& name, const std::vector<Item>& items) {
 }
 
 std::string MacRomanText(const std::string& name, const std::string& text) {
-  if (auto bytes = ToMacRoman(text)) return *bytes;
+  if (auto bytes = Utf8ToMacRoman(text)) return *bytes;
   throw Refusal(name, "holds a character that Mac Roman lacks");
 }
 

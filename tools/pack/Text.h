@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Text as the records store it: UTF-8 taken apart, Mac Roman, hexadecimal UTF-16.
+// Text as the records store it: UTF-8 taken apart, hexadecimal UTF-16.
 #pragma once
 
 #include <optional>
@@ -11,9 +11,6 @@ namespace pack {
 /// The characters of a UTF-8 text; nothing for bytes that are no UTF-8 (overlong forms and surrogates
 /// included).
 std::optional<std::u32string> DecodeUtf8(std::string_view utf8);
-
-/// One Mac Roman byte a character; nothing if a character has none. `utf8` must be valid.
-std::optional<std::string> ToMacRoman(std::string_view utf8);
 
 /// UTF-16LE as upper-case hexadecimal digits, four a unit: "A" is "4100". `utf8` must be valid.
 std::string ToHexUtf16(std::string_view utf8);

@@ -20,8 +20,6 @@ bool IsControl(std::string_view text);
 /// Whether one stands anywhere in it.
 bool HoldsControl(std::string_view text);
 
-void AppendUtf8(std::string& to, char32_t character);
-
 /// The text that the bytes mean in the code page 437, in UTF-8.
 std::string FromCodePage437(std::string_view bytes);
 

@@ -14,19 +14,10 @@
 
 #include "platform/archive/Room.h"
 #include "platform/posix/Descriptor.h"
+#include "platform/posix/WriteAll.h"
 
 namespace archive {
 namespace {
-
-bool WriteAll(int file, Bytes bytes) {
-  while (!bytes.empty()) {
-    const ssize_t put = write(file, bytes.data(), bytes.size());
-    if (put < 0 && errno == EINTR) continue;
-    if (put <= 0) return false;
-    bytes = bytes.subspan(static_cast<std::size_t>(put));
-  }
-  return true;
-}
 
 bool SetModified(int file, std::int64_t seconds) {
   const timespec times[2] = {{0, UTIME_OMIT}, {seconds, 0}};
@@ -40,7 +31,8 @@ class FileTaker : public Taker {
 
   Status Take(Bytes piece) override {
     fCrc = Crc32(fCrc, piece);
-    if (!fWork.OnlyChecks() && !WriteAll(fFile, piece)) return FailedCall("write", fEntry.name);
+    if (!fWork.OnlyChecks() && !WriteAll(fFile, piece.data(), piece.size()))
+      return FailedCall("write", fEntry.name);
     fWork.written.fetch_add(piece.size(), std::memory_order_relaxed);
     return {};
   }
@@ -142,7 +134,7 @@ Status Worker::WriteFile(NodeId node, Bytes packed) {
   Result<int> created = Create(node);
   if (!created.Ok()) return created.Failure();
   Descriptor file(*created);
-  if (!WriteAll(file.Get(), *content)) return FailedCall("write", entry.name);
+  if (!WriteAll(file.Get(), content->data(), content->size())) return FailedCall("write", entry.name);
   if (!SetModified(file.Get(), entry.modified)) return FailedCall("set the time of", entry.name);
   if (!file.Close()) return FailedCall("write", entry.name);
   fWork.written.fetch_add(content->size(), std::memory_order_relaxed);

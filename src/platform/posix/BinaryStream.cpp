@@ -11,6 +11,7 @@
 
 #include "platform/UnnamedFile.h"
 #include "platform/posix/FileCopy.h"
+#include "platform/posix/WriteAll.h"
 
 std::optional<BinaryStream> BinaryStream::Open(const FolderItem& item) {
   const int descriptor = ::open(item.NativePath().c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
@@ -32,18 +33,6 @@ std::optional<BinaryStream> BinaryStream::Create(const FolderItem& item) {
   const int descriptor = ::open(item.NativePath().c_str(), flags, 0666);
   if (descriptor < 0) return std::nullopt;
   return BinaryStream(descriptor);
-}
-
-std::optional<BinaryStream> BinaryStream::Update(const FolderItem& item) {
-  const int flags = O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
-  int descriptor = ::open(item.NativePath().c_str(), flags);
-  if (descriptor < 0 && errno == EACCES && item.SetPermissions(item.Permissions() | S_IWUSR))
-    descriptor = ::open(item.NativePath().c_str(), flags);
-  if (descriptor < 0) return std::nullopt;
-  BinaryStream stream(descriptor);
-  struct stat info {};
-  if (::fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode) || info.st_nlink != 1) return std::nullopt;
-  return stream;
 }
 
 BinaryStream::BinaryStream(BinaryStream&& other) noexcept
@@ -76,26 +65,7 @@ std::string BinaryStream::ReadAll() {
 }
 
 bool BinaryStream::Write(const char* bytes, std::size_t count) {
-  while (count > 0) {
-    const ssize_t done = ::write(fDescriptor, bytes, count);
-    if (done < 0 && errno == EINTR) continue;
-    if (done <= 0) return false;
-    bytes += done;
-    count -= static_cast<std::size_t>(done);
-  }
-  return true;
-}
-
-bool BinaryStream::WriteAt(std::uint64_t offset, const char* bytes, std::size_t count) {
-  while (count > 0) {
-    const ssize_t done = ::pwrite(fDescriptor, bytes, count, static_cast<off_t>(offset));
-    if (done < 0 && errno == EINTR) continue;
-    if (done <= 0) return false;
-    bytes += done;
-    offset += static_cast<std::uint64_t>(done);
-    count -= static_cast<std::size_t>(done);
-  }
-  return true;
+  return WriteAll(fDescriptor, bytes, count);
 }
 
 bool BinaryStream::WriteAllOf(BinaryStream& source, const std::function<bool()>& goOn) {

@@ -9,22 +9,12 @@
 #include <vector>
 
 #include "platform/posix/Descriptor.h"
+#include "platform/posix/WriteAll.h"
 
 namespace {
 
 constexpr std::size_t kPiece = 4U << 20;
 constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
-
-bool WriteAll(int descriptor, const char* bytes, std::size_t count) {
-  while (count > 0) {
-    const ssize_t done = ::write(descriptor, bytes, count);
-    if (done < 0 && errno == EINTR) continue;
-    if (done <= 0) return false;
-    bytes += done;
-    count -= static_cast<std::size_t>(done);
-  }
-  return true;
-}
 
 bool CopyThroughBuffer(int source, int target, const std::function<bool()>& goOn) {
   std::vector<char> buffer(256U << 10);

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/posix/Descriptor.h"
+#include "platform/posix/WriteAll.h"
 
 namespace {
 
@@ -44,8 +45,7 @@ bool WriteList(const std::string& folder, const std::vector<std::string>& names)
   std::string fresh = folder + "/.hidden.XXXXXX";
   const Descriptor file(::mkostemp(fresh.data(), O_CLOEXEC));
   if (!file) return false;
-  const bool written = ::write(file.Get(), text.data(), text.size()) == static_cast<ssize_t>(text.size()) &&
-                       ::fchmod(file.Get(), 0644) == 0;
+  const bool written = WriteAll(file.Get(), text.data(), text.size()) && ::fchmod(file.Get(), 0644) == 0;
   if (written && ::rename(fresh.c_str(), path.c_str()) == 0) return true;
   ::unlink(fresh.c_str());
   return false;

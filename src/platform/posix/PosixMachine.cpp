@@ -134,15 +134,24 @@ bool PosixMachine::Launch(const FolderItem& item) {
     case LaunchKind::kNothing:
       return false;
     case LaunchKind::kProgram:
-      return StartDetached(plan.program, {});
+      fLaunched = StartDetached(plan.program, {});
+      return *fLaunched > 0;
     case LaunchKind::kArchive:
       fExpansions[item.NativePath()] = std::make_shared<HelperExpansion>(
           Helper(), HelperWords({"--new"}, item.NativePath(), item.Parent().NativePath()));
       return true;
     case LaunchKind::kDocument:
+      fLaunched.reset();
       return OpenDocument(item);
   }
   return false;
+}
+
+bool PosixMachine::LaunchedRuns() {
+  if (!fLaunched) return true;
+  // One that has ended is this process's to take note of, once.
+  if (*fLaunched > 0 && ::waitpid(*fLaunched, nullptr, WNOHANG) != 0) fLaunched = -1;
+  return *fLaunched > 0;
 }
 
 std::shared_ptr<Expansion> PosixMachine::ExpansionOf(const FolderItem& archive) {

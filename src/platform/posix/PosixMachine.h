@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 
 #include "platform/Machine.h"
 
@@ -38,6 +39,7 @@ class PosixMachine : public Machine {
   bool IsRunBelow(const FolderItem& folder) override;
   bool IsDisc(const FolderItem& folder) override;
   bool Launch(const FolderItem& item) override;
+  bool LaunchedRuns() override;
   std::shared_ptr<Expansion> ExpansionOf(const FolderItem& archive) override;
   void ExpandPackage(const FolderItem& archive, const FolderItem& folder) override;
   ArchiveLook LookAtArchive(const FolderItem& archive, bool everyByte) override;
@@ -56,6 +58,7 @@ class PosixMachine : public Machine {
                                               const std::string& archive, const std::string& folder);
 
   std::map<std::string, std::shared_ptr<Expansion>> fExpansions;  // by the archive's path
+  std::optional<int> fLaunched;  // the process of the program started last; none of a document
   std::string fTemporaryFolder;
   std::string fMadeApplications;
   std::string fToolLink;

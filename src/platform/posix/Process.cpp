@@ -16,6 +16,7 @@
 #include <ctime>
 
 #include "platform/posix/Descriptor.h"
+#include "platform/posix/WriteAll.h"
 
 namespace {
 
@@ -86,16 +87,6 @@ std::vector<std::string> EnvironmentWithTools(const std::string& folder) {
   return variables;
 }
 
-bool WriteAll(int file, std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t wrote = ::write(file, text.data(), text.size());
-    if (wrote < 0 && errno == EINTR) continue;
-    if (wrote <= 0) return false;
-    text.remove_prefix(static_cast<std::size_t>(wrote));
-  }
-  return true;
-}
-
 int ExitCode(int status) {
   if (WIFEXITED(status)) return WEXITSTATUS(status);
   return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : 127;
@@ -113,17 +104,17 @@ int WaitFor(pid_t id, const Wait& wait) {
 
 }  // namespace
 
-bool StartDetached(const std::string& program, const std::vector<std::string>& arguments) {
+pid_t StartDetached(const std::string& program, const std::vector<std::string>& arguments) {
   SpawnSetup setup(POSIX_SPAWN_SETSID);
   setup.LeaveFolder();
   setup.Silence(STDOUT_FILENO);
   setup.Silence(STDERR_FILENO);
-  if (setup.Start(program, arguments, environ) > 0) return true;
-  if (errno != ENOEXEC) return false;
+  const pid_t id = setup.Start(program, arguments, environ);
+  if (id > 0 || errno != ENOEXEC) return id;
   // A script that doesn't name its interpreter is the shell's, as on a command line.
   std::vector<std::string> words{program};
   words.insert(words.end(), arguments.begin(), arguments.end());
-  return setup.Start("/bin/sh", words, environ) > 0;
+  return setup.Start("/bin/sh", words, environ);
 }
 
 int EndChild(pid_t id) {
@@ -157,7 +148,7 @@ int RunShellLine(const std::string& line, const std::string& toolFolder, const W
   Descriptor file;
   if (line.size() >= kLongestWord) {
     file = Descriptor(::memfd_create("line", 0));
-    if (!file || !WriteAll(file.Get(), line)) return 127;
+    if (!file || !WriteAll(file.Get(), line.data(), line.size())) return 127;
     words = {"/proc/self/fd/" + std::to_string(file.Get())};
   }
   const pid_t id = setup.Start("/bin/sh", words, environment.data());
@@ -177,7 +168,7 @@ int RunWithInput(const std::string& program, const std::vector<std::string>& arg
   const pid_t id = setup.Start(program, arguments, environ);
   if (id <= 0) return 127;
   // A program that doesn't want it has ended, and tells by its exit code.
-  static_cast<void>(WriteAll(writing.Get(), input));
+  static_cast<void>(WriteAll(writing.Get(), input.data(), input.size()));
   writing = Descriptor();
   return WaitFor(id, wait);
 }
@@ -198,7 +189,7 @@ void StartWithText(const std::string& program, const std::string& text) {
   setup.Silence(STDERR_FILENO);
   if (setup.Start(program, {}, environ) <= 0) return;
   outputWrite = Descriptor();
-  if (!WriteAll(inputWrite.Get(), text)) return;
+  if (!WriteAll(inputWrite.Get(), text.data(), text.size())) return;
   inputWrite = Descriptor();
   pollfd answer{outputRead.Get(), POLLIN, 0};
   static_cast<void>(::poll(&answer, 1, kLongestWait));  // without an answer there is nothing more to do

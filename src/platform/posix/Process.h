@@ -10,8 +10,8 @@
 #include <vector>
 
 /// Starts `program` (a path) with `arguments` in a session of its own, with no terminal and its
-/// streams on /dev/null: it outlives this process. False when the program could not be executed.
-bool StartDetached(const std::string& program, const std::vector<std::string>& arguments);
+/// streams on /dev/null: it outlives this process. Its number; -1 when the program could not be executed.
+pid_t StartDetached(const std::string& program, const std::vector<std::string>& arguments);
 
 /// What is done while a command runs. False has the command end: it's asked to (SIGTERM), then made to.
 using Wait = std::function<bool()>;

@@ -130,10 +130,6 @@ void PushButton::OnAction(std::function<void()> action) {
   Native().action = std::move(action);
 }
 
-void PushButton::Push() {
-  PushNative(Native());
-}
-
 Toggle::Toggle(Window& window, std::string name, const Rect& place, const std::string& caption,
                std::unique_ptr<NativeControl> native)
     : Control(window, std::move(name), place, Lock::None, std::move(native)) {
