@@ -52,8 +52,9 @@ void TessarineStubWindow::InfoBtn_Action() {
 }
 
 bool TessarineStubWindow::URLLabel_MouseDown() {
-  if (fURLActual.empty()) return false;
-  const bool complete = ViewConst::Pos("http", fURLActual) > 0;
-  Machine::Current().ShowURL(complete ? fURLActual : "http://" + fURLActual);
+  const std::string address = ViewConst::WithoutBlanksAround(fURLActual);
+  if (address.empty()) return false;
+  const bool complete = ViewConst::Pos("http", address) > 0;
+  Machine::Current().ShowURL(complete ? address : "http://" + address);
   return false;
 }

@@ -12,6 +12,8 @@ namespace ViewConst {
 
 namespace {
 
+constexpr std::string_view kBlanks = " \t\r\n";
+
 /// Length in bytes of the prefix of `text` that matches `needle` ignoring case, or npos.
 std::size_t MatchLength(std::string_view text, std::string_view needle) {
   std::size_t at = 0;
@@ -106,8 +108,14 @@ std::size_t FindField(std::string_view text, std::string_view separator, std::st
   return 0;
 }
 
+std::string WithoutBlanksAround(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return "";
+  return std::string(text.substr(first, text.find_last_not_of(kBlanks) + 1 - first));
+}
+
 double Val(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
   if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
   double value = 0;
   const auto result = std::from_chars(text.data(), text.data() + text.size(), value);

@@ -94,7 +94,7 @@ TEST_F(Startup, TheLinkShowsAndOpensWhatThePackageSays) {
       {"", "", "", ""},
       {"", "Our home", "Our home", ""},
       {"example.org", "", "example.org", "http://example.org"},
-      {"HTTP://EXAMPLE.ORG", "See", "See", "HTTP://EXAMPLE.ORG"},
+      {" HTTP://EXAMPLE.ORG\t", "See", "See", "HTTP://EXAMPLE.ORG"},
       {"ftp://example.org/http", "", "ftp://example.org/http", "ftp://example.org/http"},
   };
   for (const auto& [address, text, shown, opens] : rows) {
@@ -108,4 +108,19 @@ TEST_F(Startup, TheLinkShowsAndOpensWhatThePackageSays) {
     Run(address);
     EXPECT_EQ(fMachine.fAddresses, std::vector<std::string>(*opens == '\0' ? 0 : 1, opens)) << address;
   }
+}
+
+TEST_F(Startup, AddressesReachTheDesktopAsTheyWereWritten) {
+  fTree.Write("bin/xdg-open", "#!/bin/sh\nprintf '%s %s\\n' $# \"$1\" >> \"${0%/bin/*}/opened\"\n", 0755);
+  const std::string path = std::getenv("PATH");
+  ::setenv("PATH", (fTree.Path("bin") + ":" + path).c_str(), 1);
+  const std::string address = "HTTP://Example.ORG/%7eA b?x='$(y)'&z=\u00E9#f";
+  for (const std::string& refused :
+       {std::string("file:///etc/passwd"), fTree.Path("bin/xdg-open"), std::string("-http://x"),
+        std::string("http:"), std::string("http://x\ny")})
+    fToolkit.ShowURL(refused);
+  fToolkit.ShowURL(" " + address + "\n");
+  for (int look = 0; look < 500 && !fTree.Has("opened"); ++look) QTest::qWait(10);
+  EXPECT_EQ(fTree.Read("opened"), "1 " + address + "\n");
+  ::setenv("PATH", path.c_str(), 1);
 }

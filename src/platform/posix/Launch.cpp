@@ -5,6 +5,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <string_view>
+
 #include "platform/BinaryStream.h"
 
 namespace {
@@ -27,6 +30,17 @@ std::string ExecutableNameOfPropertyList(const std::string& xml) {
   if (end == std::string::npos) return "";
   const std::string name = xml.substr(begin + 8, end - begin - 8);
   return name.find('/') == std::string::npos && name != ".." && name != "." ? name : "";
+}
+
+bool IsWebAddress(const std::string& address) {
+  const auto begins = [&address](std::string_view scheme) {
+    return ::strncasecmp(address.c_str(), scheme.data(), scheme.size()) == 0 &&
+           address.size() > scheme.size();
+  };
+  const bool plain = std::none_of(address.begin(), address.end(), [](char byte) {
+    return static_cast<unsigned char>(byte) < ' ' || byte == '\x7F';
+  });
+  return plain && (begins("http://") || begins("https://") || begins("mailto:"));
 }
 
 std::string BundleExecutable(const FolderItem& bundle) {

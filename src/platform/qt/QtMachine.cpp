@@ -11,6 +11,7 @@
 #include <QWindow>
 
 #include "platform/Application.h"
+#include "platform/posix/Launch.h"
 #include "platform/posix/Process.h"
 #include "platform/posix/X11Clipboard.h"
 #include "platform/qt/InputDropped.h"
@@ -63,11 +64,12 @@ void QtMachine::Beep() {
 }
 
 void QtMachine::ShowURL(const std::string& address) {
-  const QUrl url(QString::fromStdString(address).trimmed());
-  const QString scheme = url.scheme();
+  const QByteArray written = QByteArray::fromStdString(address).trimmed();
   // The desktop would open a file, or start a program, just as well.
-  if (scheme != "http" && scheme != "https" && scheme != "mailto") return;
-  static_cast<void>(QDesktopServices::openUrl(url));
+  if (!IsWebAddress(written.toStdString())) return;
+  // The toolkit would change cases and escapes on the way; without the desktop's opener it knows others.
+  if (StartDetached("xdg-open", {written.toStdString()}) <= 0)
+    static_cast<void>(QDesktopServices::openUrl(QUrl::fromEncoded(written, QUrl::TolerantMode)));
 }
 
 bool QtMachine::OpenDocument(const FolderItem& item) {
