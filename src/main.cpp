@@ -7,6 +7,8 @@
 #include <memory>
 
 #include "package/SplitSet.h"
+#include "platform/Dialogs.h"
+#include "platform/posix/ThreadProbe.h"
 #include "platform/qt/QtMachine.h"
 #include "session/App.h"
 #include "util/Paths.h"
@@ -32,9 +34,17 @@ int main(int argc, char** argv) {
   std::signal(SIGCHLD, SIG_DFL);
   auto machine = std::make_unique<QtMachine>();
   Machine::Install(machine.get());
+  // The toolkit's own threads, then those of its painting and of the expansion.
+  constexpr unsigned kForWindows = 3, kForAnInstall = 8;
+  if (!ThreadsCanStart(kForWindows)) {
+    std::fputs("This installer needs more processes than this user may start.\n", stderr);
+    return 0;
+  }
   Application application(argc, argv, SharesClipboard);
   application.QuitOnSignals();
-  const int status = App(application).Run();
+  const bool mayStart = ThreadsCanStart(kForAnInstall);
+  if (!mayStart) MessageBox("This installer needs more processes than this user may start.");
+  const int status = mayStart ? App(application).Run() : 0;
   machine.reset();
   std::fflush(nullptr);
   // The toolkit's Wayland client, taken down, can wait for its own thread for ever.

@@ -48,7 +48,7 @@ class OrderPlace {
   OrderPlace(const std::string& temporary, const std::string& order) {
     constexpr std::int64_t kMostTicks = 5 * 60;
     Machine& machine = Machine::Current();
-    const std::int64_t end = machine.Ticks() + kMostTicks;
+    const std::int64_t end = temporary.empty() ? 0 : machine.Ticks() + kMostTicks;
     while (!machine.Ending() && machine.Ticks() < end) {
       if (!fLock) fLock = FolderLock::Take(FolderItem(temporary));
       if (fLock && !FolderItem(order).IsFile()) return;
@@ -72,8 +72,10 @@ void BringToTop(const FolderItem& program) {
 
 /// Unpacks the cleanup program to `stem` + ".app". False when that has failed, and has been told.
 bool UnpackProgram(const std::string& data3, const std::string& temporary, const std::string& stem) {
-  static_cast<void>(ViewConst::CopyFile(data3, temporary + "/Data3"));  // seen by the rename
-  EncryptDecryptFileEnd(temporary + "/Data3", false);
+  if (!temporary.empty()) {
+    static_cast<void>(ViewConst::CopyFile(data3, temporary + "/Data3"));  // seen by the rename
+    EncryptDecryptFileEnd(temporary + "/Data3", false);
+  }
   if (temporary.empty() || !ViewConst::RenameFile(temporary + "/Data3", stem + ".zip")) {
     MessageBox("PostInstallCleanup Extraction Failed 1.");
     return false;

@@ -81,6 +81,7 @@ void TessarineStubWindow::PostInstallCopy() {
         break;
       case Action::Kind::CreateFolder:
         if (!DirectoryExists(FromHome(action->value))) MakeFolders(FromHome(action->value));
+        fInstalled.push_back(FromHome(action->value));
         break;
       case Action::Kind::AllUsersFullAccess:
         ViewConst::AllUsersFullAccessOnMac(GlobalsKv::MyGetFolderItem(FromHome(action->value)));

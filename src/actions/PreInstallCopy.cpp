@@ -3,6 +3,7 @@
 #include "actions/ActionScript.h"
 #include "platform/Machine.h"
 #include "session/TessarineStubWindow.h"
+#include "util/Brake.h"
 #include "util/Files.h"
 
 using ViewConst::DirectoryExists;
@@ -10,13 +11,15 @@ using ViewConst::FileExists;
 
 namespace {
 
-/// Never overwrites: what was saved by an earlier run stays.
+/// Never overwrites: what was saved by an earlier run stays. What can't be saved is not deleted in this run,
+/// and half a copy doesn't stand in the way of the next one.
 void Save(const std::string& source, const std::string& destination) {
-  if (DirectoryExists(destination) || FileExists(destination)) return;
-  if (DirectoryExists(source))
-    static_cast<void>(ViewConst::CopyFolder(source, destination));
-  else if (FileExists(source))
-    static_cast<void>(ViewConst::CopyFile(source, destination));
+  if (DirectoryExists(destination) || FileExists(destination) || !FileExists(source)) return;
+  const bool saved = DirectoryExists(source) ? ViewConst::CopyFolder(source, destination)
+                                             : ViewConst::CopyFile(source, destination);
+  if (saved) return;
+  ViewConst::Keep(source);
+  ViewConst::DeleteItem(destination);
 }
 
 }  // namespace
@@ -26,7 +29,10 @@ void TessarineStubWindow::PreInstallCopy() {
   while (const std::optional<Action> action = script.Next()) {
     if (Machine::Current().Ending()) return;
     if (action->kind == Action::Kind::PreInstallDelete) ViewConst::DeleteItem(action->value);
-    if (action->kind == Action::Kind::PreInstallCopy) Save(action->source, action->destination);
+    if (action->kind == Action::Kind::PreInstallCopy) {
+      Save(action->source, action->destination);
+      fInstalled.push_back(action->destination);
+    }
     Machine::Current().Yield();
   }
 }

@@ -29,6 +29,8 @@ bool IsSafeTarget(const std::string& parent, const std::string& target) {
   const std::string temporary = Machine::Current().TemporaryFolder();
   if (!temporary.empty() && LiesIn(item.ResolvedPath(), FolderItem(temporary).ResolvedPath())) return false;
   // What can't be deleted at all is told later, with the advice what to do.
+  if (LiesIn(item.Parent().ResolvedPath(), FolderItem(ViewConst::RunningBundle()).ResolvedPath()))
+    return false;
   return LiesIn(item.Parent().ResolvedPath(), FolderItem(parent).ResolvedPath()) &&
          item.Parent().IsWriteable() && !item.IsVolume() &&
          (ViewConst::MayGo(target) || !item.CanBeDeleted());
@@ -102,7 +104,7 @@ std::optional<Target> TessarineStubWindow::SettleTarget() {
   }
   fTargetFolder = target.folder;
   fInstalled.push_back(target.folder);
-  ViewConst::KeepFolder(FolderItem(target.folder).Parent().NativePath());
+  ViewConst::Keep(FolderItem(target.folder).Parent().NativePath());
   PrivateFolder::TidyUp(FolderItem(target.folder).Parent());
   return target;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The Payload is expanded in a hidden folder beside its place, and takes it in one step once it is whole:
 // until then an earlier installation stands there as it was.
+#include <algorithm>
+
 #include "engine/Target.h"
 #include "platform/Application.h"
 #include "platform/Machine.h"
@@ -29,6 +31,15 @@ std::optional<FolderItem> MadeFolder(const FolderItem& place, const std::string&
   return found;
 }
 
+/// Is there more at the top than the one folder? What other systems' archivers add for themselves doesn't
+/// count.
+bool HoldsMore(const FolderItem& place, const FolderItem& made) {
+  const std::vector<FolderItem> items = place.Children();
+  return std::any_of(items.begin(), items.end(), [&made](const FolderItem& item) {
+    return item.NativePath() != made.NativePath() && item.Name() != "__MACOSX" && item.Name() != ".DS_Store";
+  });
+}
+
 /// What is lacking shows also where it's less than a megabyte.
 std::string TooLittle(std::uint64_t needed, std::uint64_t left) {
   constexpr std::uint64_t kMegabyte = 1'000'000;
@@ -36,44 +47,79 @@ std::string TooLittle(std::uint64_t needed, std::uint64_t left) {
          " MB are needed, " + std::to_string(left / kMegabyte) + " MB are free.";
 }
 
+/// What the content takes, as far as that is known: a file of any size takes whole blocks.
+FolderItem::Room RoomFor(const ArchiveLook& look) {
+  constexpr std::uint64_t kHalfBlock = 2048;
+  return {look.bytes + look.items * kHalfBlock, look.items};
+}
+
+bool Suffices(const FolderItem::Room& room, const FolderItem::Room& needed) {
+  return needed.bytes <= room.bytes && needed.items <= room.items;
+}
+
+/// Runs that expand into one folder count on the same room. Where it's scarce, they take turns.
+std::optional<FolderLock> AwaitTurn(const FolderItem& folder, std::uint64_t needed) {
+  constexpr std::int64_t kMostTicks = 60 * 60;
+  constexpr int kLook = 100;          // milliseconds
+  constexpr std::uint64_t kMany = 3;  // runs at once
+  Machine& machine = Machine::Current();
+  const std::int64_t end = machine.Ticks() + kMostTicks;
+  while (!machine.Ending()) {
+    std::optional<FolderLock> lock = FolderLock::Share(folder);
+    if (lock && (folder.RoomLeft().bytes / kMany >= needed || lock->MakeExclusive())) return lock;
+    if (machine.Ticks() >= end) break;
+    machine.DoEvents(kLook);
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 bool TessarineStubWindow::InstallPayload(const Payload& payload) {
   ShowInstallinProgress();
-  const FolderItem folder = FolderItem(fTargetFolder).Parent();
-  std::string reason = "Another installation is at work in " + folder.NativePath() + ".";
-  std::optional<FolderLock> lock = FolderLock::Share(folder);
-  const bool installed = lock && MakeRoom(payload, *lock, reason) && ExpandBeside(payload, reason);
+  std::string reason;
+  const bool installed = LookAndExpand(payload, reason);
   if (!installed && !Application::Quitting() && !fPatchMissing) ShowInstallationFailed(reason);
   return installed;
 }
 
-/// Knows before anything is written whether the content has room. Where it has it only without the
-/// installation that is in the way, that one goes first, but not for an archive that may be damaged, nor
-/// while another run counts on the same room.
-bool TessarineStubWindow::MakeRoom(const Payload& payload, FolderLock& lock, std::string& reason) {
-  const FolderItem archive(payload.path);
-  std::uint64_t needed = archive.Length();
-  if (!payload.split) {
-    const ArchiveLook look = Machine::Current().LookAtArchive(archive, false);
-    reason = look.reason;
-    if (!look.accepted) return false;
-    needed = look.bytes;
+/// All that can be known is known before anything is touched.
+bool TessarineStubWindow::LookAndExpand(const Payload& payload, std::string& reason) {
+  const FolderItem folder = FolderItem(fTargetFolder).Parent();
+  ArchiveLook look{.accepted = true, .bytes = FolderItem(payload.path).Length()};
+  if (!payload.split) look = Machine::Current().LookAtArchive(FolderItem(payload.path), false);
+  reason = look.reason;
+  if (!look.accepted) return false;
+  const std::optional<FolderLock> turn = AwaitTurn(folder, RoomFor(look).bytes);
+  if (!turn) {
+    reason = "Another installation is at work in " + folder.NativePath() + ".";
+    return false;
   }
+  if (Suffices(folder.RoomLeft(), RoomFor(look))) return ExpandBeside(payload, reason);
+  return MakeRoom(payload, look, reason) && ExpandBeside(payload, reason);
+}
+
+/// The installation that is in the way goes first, but not for an archive that may be damaged, nor where that
+/// gives no room. From then on the run can't be ended any more.
+bool TessarineStubWindow::MakeRoom(const Payload& payload, const ArchiveLook& look, std::string& reason) {
   const FolderItem target(fTargetFolder);
-  const std::uint64_t left = target.Parent().RoomLeft();
-  if (needed <= left) return true;
-  reason = TooLittle(needed, left);
-  if (payload.split || !target.Exists() || needed > left + target.RoomTaken()) return false;
-  const ArchiveLook look = Machine::Current().LookAtArchive(archive, true);
-  if (!look.accepted) {
-    reason = look.reason;
+  const FolderItem::Room left = target.Parent().RoomLeft();
+  const FolderItem::Room taken = target.RoomTaken();
+  const FolderItem::Room needed = RoomFor(look);
+  reason = needed.bytes > left.bytes
+               ? TooLittle(needed.bytes, left.bytes)
+               : "The disk can't hold so many files: " + std::to_string(needed.items) + ".";
+  if (payload.split || !target.Exists() ||
+      !Suffices({left.bytes + taken.bytes, left.items + taken.items}, needed))
+    return false;
+  if (Machine::Current().IsOpenBelow(target)) {
+    reason = "There is room for one only, and a program uses " + fTargetFolder + ".";
     return false;
   }
-  if (!lock.MakeExclusive()) {
-    reason = "Another installation is at work in " + target.Parent().NativePath() + ".";
-    return false;
-  }
+  const ArchiveLook whole = Machine::Current().LookAtArchive(FolderItem(payload.path), true);
+  reason = whole.reason;
+  if (!whole.accepted || Application::Quitting()) return false;
+  fOldIsGone = true;
   ViewConst::DeleteFolderOrApp(fTargetFolder);
   reason = "The existing folder can't be deleted: " + fTargetFolder + ".";
   return !target.Exists();
@@ -102,7 +148,7 @@ bool TessarineStubWindow::ExpandBeside(const Payload& payload, std::string& reas
       reason = expansion->Reason();
     return false;
   }
-  return !Application::Quitting() && TakePlace(*place, reason);
+  return (fOldIsGone || !Application::Quitting()) && TakePlace(*place, reason);
 }
 
 bool TessarineStubWindow::TakePlace(const PrivateFolder& place, std::string& reason) {
@@ -112,6 +158,10 @@ bool TessarineStubWindow::TakePlace(const PrivateFolder& place, std::string& rea
     // A patch that isn't there is told by who looks for it.
     fPatchMissing = fInstallationPatch;
     reason = "The archive holds no folder named " + target.Name() + ".";
+    return false;
+  }
+  if (HoldsMore(place.Item(), *made)) {
+    reason = "The archive holds more than the folder " + target.Name() + ".";
     return false;
   }
   // The chosen folder may have been moved meanwhile, and another one put in its place.

@@ -32,7 +32,7 @@ bool TessarineStubWindow::ZipFileProcess(const std::string& /*path*/, const Fold
     while (expansion->Running()) {
       show(expansion->Done() * static_cast<double>(estimate));
       machine.DoEvents(10);
-      if (machine.Ending()) expansion->Stop();
+      if (machine.Ending() && !fOldIsGone) expansion->Stop();
     }
     show(expansion->Done() * static_cast<double>(estimate));
     return expansion->Succeeded();

@@ -55,7 +55,8 @@ class FolderItem {
   /// Copies one file with its mode and times, or makes an empty folder of the source's mode.
   /// `target` must not exist: nothing is overwritten and no link at `target` is followed. A link is
   /// followed at the source unless `keepLink`; then the link itself is copied. What a failed copy
-  /// wrote of a file stays, so that the caller can compare lengths.
+  /// wrote stays only where it has the source's length, so that the caller can compare, or where the file
+  /// system takes no file without a name.
   [[nodiscard]] bool CopyFileTo(const FolderItem& target, bool keepLink) const;
   /// Gives an existing folder the mode and times of this one.
   void CopyAttributesTo(const FolderItem& target) const;
@@ -73,11 +74,14 @@ class FolderItem {
   /// May the item be deleted with all that it holds, as far as can be known without trying? Not where a disk
   /// is mounted in it, something in it is immutable, or a folder in it belongs to somebody else.
   bool CanBeDeleted() const;
-  /// Bytes that the disk gets back when the item goes with all that it holds.
-  std::uint64_t RoomTaken() const;
-  /// Bytes that this user can still write to the folder's file system; the largest number where it doesn't
-  /// tell.
-  std::uint64_t RoomLeft() const;
+  struct Room {
+    std::uint64_t bytes = 0;
+    std::uint64_t items = 0;  // files and folders
+  };
+  /// What the disk gets back when the item goes with all that it holds.
+  Room RoomTaken() const;
+  /// What this user can still write to the folder's file system; the largest numbers where it doesn't tell.
+  Room RoomLeft() const;
   /// chmod(2) that follows no link. `mode` holds permission bits only; false for a link.
   bool SetPermissions(unsigned mode) const;
   /// Permission bits, or 0 when the item is missing.

@@ -32,6 +32,7 @@ struct ArchiveLook {
   bool accepted = false;
   std::string reason{};     // why not, in one sentence
   std::uint64_t bytes = 0;  // of what it holds, unpacked
+  std::uint64_t items = 0;  // files and folders
 };
 
 class Machine {
@@ -87,6 +88,8 @@ class Machine {
   virtual void ForbidCoreDumps() = 0;
   /// Does a process run a program that lies below `folder`?
   virtual bool IsRunBelow(const FolderItem& folder) = 0;
+  /// Does one of this user's processes run such a program, or have a file open there?
+  virtual bool IsOpenBelow(const FolderItem& folder) = 0;
   /// Is the folder on a disc, such as a CD or DVD?
   virtual bool IsDisc(const FolderItem& folder) = 0;
   /// Opens an item as the desktop would: an application bundle or program runs on its own, an

@@ -15,6 +15,7 @@
 #include "platform/Window.h"
 
 class PrivateFolder;
+struct ArchiveLook;
 struct ItemPlace;
 struct ListItem;
 struct Payload;
@@ -158,7 +159,8 @@ class TessarineStubWindow : public Window, public InstallerRecord {
   /// From the archive in the package to the folder in its place. False, after a message, when it couldn't be
   /// done: what stood there still does, and nothing else is left. Or the user ended the run.
   bool InstallPayload(const Payload& payload);
-  bool MakeRoom(const Payload& payload, FolderLock& lock, std::string& reason);
+  bool LookAndExpand(const Payload& payload, std::string& reason);
+  bool MakeRoom(const Payload& payload, const ArchiveLook& look, std::string& reason);
   bool ExpandBeside(const Payload& payload, std::string& reason);
   bool TakePlace(const PrivateFolder& place, std::string& reason);
 
@@ -183,6 +185,7 @@ class TessarineStubWindow : public Window, public InstallerRecord {
   std::string fDisc;                    // the folder whose disc is to come out
   std::string fHeard;                   // the text with which the last conversation ended
   std::vector<std::string> fInstalled;  // what this run has put somewhere, or tried to
+  bool fOldIsGone = false;              // nothing stands at the target until the new one does
   bool fPatchMissing = false;           // expanded, but the archive held no patch folder
   bool fDressed = false;                // the package's content is in the window
 };

@@ -50,7 +50,7 @@ bool MayGoWithInstaller(const std::string& path) {
   return reason.empty();
 }
 
-void KeepFolder(const std::string& path) {
+void Keep(const std::string& path) {
   Current().folders.Add(path);
 }
 

@@ -7,13 +7,13 @@
 namespace ViewConst {
 
 /// False for what ReasonToStay keeps on every machine, for this installer, what lies in it or holds it, and
-/// for the folders given to KeepFolder and those that hold them. True where nothing stands.
+/// for what was given to Keep and the folders that hold it. True where nothing stands.
 bool MayGo(const std::string& path);
 
 /// The same for an item that goes once this run has ended: the installer may be it, or lie in it.
 bool MayGoWithInstaller(const std::string& path);
 
 /// For the rest of this run.
-void KeepFolder(const std::string& path);
+void Keep(const std::string& path);
 
 }  // namespace ViewConst

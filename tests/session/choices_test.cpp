@@ -177,6 +177,7 @@ TEST_F(Choices, WhatIsPickedLandsInTheTarget) {
 }
 
 TEST_F(Choices, WhatCannotBeMovedInIsToldAndDisksAreCrossed) {
+  if (::geteuid() != 0) GTEST_SKIP() << "needs root: mounts";
   fPackage.textData[22] = "One,gone.zip,Tools";
   ScriptedServer server;
   server.Answer("/big", {Page("200 OK", std::string(100'000, 'x'))});

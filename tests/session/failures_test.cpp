@@ -52,6 +52,8 @@ TEST_F(Failures, LeaveWhatStoodThereAndNothingElse) {
       {"another folder", ZipOf({File("Other/file")}), "The archive holds no folder named Demo."},
       {"two that differ in case", ZipOf({File("DEMO/file"), File("demo/file")}),
        "The archive holds no folder named Demo."},
+      {"a second folder", ZipOf({File("Demo/new"), File("Bar/file")}),
+       "The archive holds more than the folder Demo."},
       {"a file of that name", ZipOf({File("Demo")}), "The archive holds no folder named Demo."},
       {"no helper", Sound(), "The expansion program can't be started.",
        [this] { fMachine.fHelpers = fTree.Path("none"); }},
@@ -94,7 +96,7 @@ TEST_F(Failures, ANameThatOnlyLooksAnotherTakesThePlaceOfTheOldOne) {
     fs::remove_all(fTree.Path("Applications"));
     fTree.Write("Applications/" + name + "/old", "old");
     fPackage.textData[7] = name;
-    fPackage.payload = ZipOf({File(brought + "/new", "new")});
+    fPackage.payload = ZipOf({File("__MACOSX/._new"), File(brought + "/new", "new")});
     ExpectInstallPressed();
     Run(name);
     EXPECT_EQ(fTree.Look("Applications"),
@@ -123,6 +125,9 @@ TEST_F(Failures, WithRoomForOneOnlyTheOldOneGoesForASoundArchive) {
     install("Another installation is at work in " + fTree.Path("disk") + ".");
     EXPECT_EQ(fTree.Look("disk"), stood) << "another run counts on the same room";
   }
+  fMachine.fInUse = fTree.Path("disk/Demo");
+  install("There is room for one only, and a program uses " + fTree.Path("disk/Demo") + ".");
+  fMachine.fInUse = "";
   fPackage.payload = ZipOf({File("Demo/new", std::string(900'000, 'n'))});
   install("There is not enough room on the disk: 1 MB are needed, 0 MB are free.");
   EXPECT_EQ(fTree.Look("disk"), stood);

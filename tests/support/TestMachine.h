@@ -39,6 +39,7 @@ class TestMachine : public PosixMachine {
   std::vector<std::string> fLaunched;
   std::vector<std::string> fExpanded;  // packages' archives, their bytes as they lay
   ArchiveLook fLook{.accepted = true};
+  std::string fInUse;                                       // a folder that a program uses
   std::string fHelpers;                                     // their folder, for cases with real ones
   std::string fDisc;                                        // a folder that counts as a disc
   std::function<std::string(std::int64_t ticks)> fProgram;  // what a program has on the clipboard by then
@@ -69,6 +70,7 @@ class TestMachine : public PosixMachine {
   }
   bool IsDisc(const FolderItem& folder) override { return folder.NativePath() == fDisc; }
   bool Launch(const FolderItem& item) override;
+  bool IsOpenBelow(const FolderItem& folder) override { return folder.NativePath() == fInUse; }
   bool LaunchedRuns() override { return !fProgramEnds || Ticks() < *fProgramEnds; }
   void ExpandPackage(const FolderItem& archive, const FolderItem& folder) override;
   std::shared_ptr<Expansion> ExpansionOf(const FolderItem& archive) override {

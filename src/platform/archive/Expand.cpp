@@ -115,6 +115,10 @@ Status WriteAndPublish(const ExpandOptions& options, const Plan& plan, const Sou
 /// The room is looked at by who asks: what is in the way may go first.
 Status Check(const ExpandOptions& options, const Plan& plan, const Source& source, unsigned workers,
              ExpandWatcher& watcher) {
+  std::uint64_t largest = 0;
+  for (NodeId node = kRoot + 1; node < plan.tree.Nodes().size(); ++node)
+    if (plan.tree[node].entry != Node::kNoEntry) largest = std::max(largest, plan.EntryOf(node).size);
+  watcher.Planned(plan.tree.Nodes().size() - 1, largest);
   watcher.Total(plan.bytes);
   if (options.extent == ExpandOptions::Extent::Plan) return {};
   if (options.wall) FolderWall().Enter();

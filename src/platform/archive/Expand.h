@@ -39,7 +39,9 @@ struct ExpandOptions {
 class ExpandWatcher {
  public:
   virtual ~ExpandWatcher() = default;
-  /// The plan is accepted: so many bytes will be written.
+  /// The plan is accepted: so many files and folders, the largest file of so many bytes.
+  virtual void Planned(std::uint64_t /*items*/, std::uint64_t /*largest*/) {}
+  /// So many bytes will be written.
   virtual void Total(std::uint64_t) {}
   /// So many are. Rises, about 20 times a second.
   virtual void Written(std::uint64_t) {}

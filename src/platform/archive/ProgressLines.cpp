@@ -12,6 +12,11 @@ constexpr int kNoPatience = 0, kSomePatience = 1000;  // milliseconds
 
 }  // namespace
 
+void ProgressLines::Planned(std::uint64_t items, std::uint64_t largest) {
+  Put("items " + std::to_string(items) + "\n", kSomePatience);
+  Put("largest " + std::to_string(largest) + "\n", kSomePatience);
+}
+
 void ProgressLines::Total(std::uint64_t bytes) {
   Put("total " + std::to_string(bytes) + "\n", kSomePatience);
 }

@@ -8,11 +8,13 @@
 
 namespace archive {
 
-/// Writes "total BYTES", then "written BYTES" as it rises, then "done". Nobody reading, or too slowly, never
-/// holds the expansion up: lines that don't fit are dropped. SIGPIPE must be ignored.
+/// Writes "items NUMBER" and "largest BYTES" where nothing but a look was asked for; "total BYTES", then
+/// "written BYTES" as it rises, then "done". Nobody reading, or too slowly, never holds the expansion up:
+/// lines that don't fit are dropped. SIGPIPE must be ignored.
 class ProgressLines : public ExpandWatcher {
  public:
   explicit ProgressLines(int descriptor) : fDescriptor(descriptor) {}
+  void Planned(std::uint64_t items, std::uint64_t largest) override;
   void Total(std::uint64_t bytes) override;
   void Written(std::uint64_t bytes) override;
   void Done();

@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <string_view>
 #include <vector>
 
@@ -45,6 +46,7 @@ bool TakeTurns(const std::string& source, const std::string& target, const std::
   if (!aside.lock) return false;
   const bool done = ::renameat(parent.Get(), name.c_str(), aside.lock.Get(), name.c_str()) == 0 &&
                     ::rename(source.c_str(), target.c_str()) == 0;
+  const int reason = errno;
   // It had its place a moment ago.
   if (!done) static_cast<void>(::renameat(aside.lock.Get(), name.c_str(), parent.Get(), name.c_str()));
   // What stays is hidden, and nothing of it is lost.
@@ -52,6 +54,7 @@ bool TakeTurns(const std::string& source, const std::string& target, const std::
     static_cast<void>(DeleteTreeAt(target.substr(0, slash + 1) + aside.name, tick));
   else
     static_cast<void>(::unlinkat(parent.Get(), aside.name.c_str(), AT_REMOVEDIR));
+  errno = reason;
   return done;
 }
 

@@ -6,8 +6,8 @@
 #include <string>
 
 /// Puts the item at `source` in place of the one at `target`, which is deleted then; both absolute, on one
-/// file system. On failure all is as it was. What a killed process has left, TakeBackAside() ends. `tick`
-/// runs every few items that are deleted.
+/// file system. On failure all is as it was, and errno says why. What a killed process has left,
+/// TakeBackAside() ends. `tick` runs every few items that are deleted.
 bool TakeTurns(const std::string& source, const std::string& target, const std::function<void()>& tick);
 
 /// Is it the name of a folder that holds an item aside?

@@ -97,10 +97,8 @@ std::string ReasonToStay(const std::string& path, const KeptFolders& kept) {
   // The way to the item may lead through links; the item itself is removed as what it is.
   const std::string folder = Resolved(path.substr(0, path.rfind('/') + 1));
   const std::string place = (folder == "/" ? "" : folder) + "/" + name;
-  if (S_ISDIR(item.st_mode) || S_ISLNK(item.st_mode)) {
-    if (kept.IsOrHolds(path) || kept.IsOrHolds(place)) return "it is or holds a folder that must stay";
-    if (IsOfTheSystem(place)) return "it is a folder of the system's";
-  }
+  if (kept.IsOrHolds(path) || kept.IsOrHolds(place)) return "it is or holds what must stay";
+  if (!S_ISREG(item.st_mode) && IsOfTheSystem(place)) return "it is a folder of the system's";
   if (IsMountPoint(AT_FDCWD, path.c_str())) return "it is a mounted file system";
   if (!S_ISDIR(item.st_mode)) return "";
   const std::vector<std::string> mounted = MountPoints();

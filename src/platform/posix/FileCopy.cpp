@@ -26,20 +26,44 @@ bool CopyThroughBuffer(int source, int target, const std::function<bool()>& goOn
   }
 }
 
-bool CopyRegularFile(int source, const struct stat& info, const std::string& target,
-                     const std::function<void()>& tick) {
-  const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-  Descriptor file(::open(target.c_str(), flags, S_IRUSR | S_IWUSR));
-  if (!file) return false;
-  const bool copied = CopyBytes(source, file.Get(), [&tick] {
-    tick();
-    return true;
-  });
+enum class Outcome { Copied, Failed, NoLink };
+
+/// Dresses the file and gives it the name, if it has none yet. A copy of the whole length may count in spite
+/// of an error; see FolderItem::CopyFileTo.
+Outcome Finish(Descriptor file, const struct stat& info, bool copied, const std::string* name) {
   const timespec times[2] = {info.st_atim, info.st_mtim};
   // Some file systems keep neither modes nor times; the data is what counts.
   static_cast<void>(::fchmod(file.Get(), info.st_mode & kPermissions));
   static_cast<void>(::futimens(file.Get(), times));
-  return ::close(file.Release()) == 0 && copied;
+  struct stat written {};
+  const bool whole = copied || (::fstat(file.Get(), &written) == 0 && written.st_size == info.st_size);
+  if (name != nullptr && whole) {
+    const std::string own = "/proc/self/fd/" + std::to_string(file.Get());
+    if (::linkat(AT_FDCWD, own.c_str(), AT_FDCWD, name->c_str(), AT_SYMLINK_FOLLOW) != 0)
+      return errno == EEXIST ? Outcome::Failed : Outcome::NoLink;
+  }
+  return ::close(file.Release()) == 0 && copied ? Outcome::Copied : Outcome::Failed;
+}
+
+bool CopyRegularFile(int source, const struct stat& info, const std::string& target,
+                     const std::function<void()>& tick) {
+  const auto goOn = [&tick] {
+    tick();
+    return true;
+  };
+  // It gets its name once it is whole, where the file system has such files: a killed process leaves nothing.
+  const std::string folder = target.substr(0, target.rfind('/') + 1);
+  Descriptor unnamed(::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR));
+  if (unnamed) {
+    const bool copied = CopyBytes(source, unnamed.Get(), goOn);
+    const Outcome outcome = Finish(std::move(unnamed), info, copied, &target);
+    if (outcome != Outcome::NoLink || ::lseek(source, 0, SEEK_SET) != 0) return outcome == Outcome::Copied;
+  }
+  const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+  Descriptor file(::open(target.c_str(), flags, S_IRUSR | S_IWUSR));
+  if (!file) return false;
+  const bool copied = CopyBytes(source, file.Get(), goOn);
+  return Finish(std::move(file), info, copied, nullptr) == Outcome::Copied;
 }
 
 bool CopyLink(const std::string& source, const struct stat& info, const std::string& target) {

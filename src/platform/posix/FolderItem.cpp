@@ -182,15 +182,17 @@ bool FolderItem::CanBeDeleted() const {
   return LookAtTree(fPath, KeepWindowsAlive).deletable;
 }
 
-std::uint64_t FolderItem::RoomTaken() const {
-  return LookAtTree(fPath, KeepWindowsAlive).bytes;
+FolderItem::Room FolderItem::RoomTaken() const {
+  const TreeFacts facts = LookAtTree(fPath, KeepWindowsAlive);
+  return {facts.bytes, facts.items};
 }
 
-std::uint64_t FolderItem::RoomLeft() const {
+FolderItem::Room FolderItem::RoomLeft() const {
+  constexpr std::uint64_t kUnknown = std::numeric_limits<std::uint64_t>::max();
   struct statvfs info {};
-  if (::statvfs(fPath.c_str(), &info) != 0 || info.f_blocks == 0)
-    return std::numeric_limits<std::uint64_t>::max();
-  return std::uint64_t{info.f_bavail} * info.f_frsize;
+  if (::statvfs(fPath.c_str(), &info) != 0) return {kUnknown, kUnknown};
+  return {info.f_blocks == 0 ? kUnknown : std::uint64_t{info.f_bavail} * info.f_frsize,
+          info.f_files == 0 ? kUnknown : info.f_favail};
 }
 
 bool FolderItem::SetPermissions(unsigned mode) const {

@@ -77,6 +77,8 @@ bool HelperExpansion::Running() {
 }
 
 void HelperExpansion::TakeReport(const std::string& line) {
+  if (line.starts_with("items ")) fItems = NumberBehind(line, 6);
+  if (line.starts_with("largest ")) fLargest = NumberBehind(line, 8);
   if (line.starts_with("total ")) fTotal = NumberBehind(line, 6);
   if (line.starts_with("written ") && fTotal > 0)
     fDone = std::clamp(static_cast<double>(NumberBehind(line, 8)) / static_cast<double>(fTotal), fDone, 1.0);

@@ -9,7 +9,8 @@
 #include "platform/Machine.h"
 #include "platform/posix/Process.h"
 
-/// Reports are lines: "total BYTES", "written BYTES", "done". Anything else is passed over.
+/// Reports are lines: "items NUMBER", "largest BYTES", "total BYTES", "written BYTES", "done". Anything else
+/// is passed over.
 class HelperExpansion : public Expansion {
  public:
   /// Starts the program at the path `helper`; see StartPiped. One that can't be started counts as one that
@@ -28,8 +29,10 @@ class HelperExpansion : public Expansion {
   bool Succeeded() const override { return fSucceeded; }
   std::string Reason() const override;
   void Stop() override;
-  /// Bytes of the work, as reported; 0 before.
-  std::uint64_t Total() const { return fTotal; }
+  /// As reported; 0 before.
+  std::uint64_t Total() const { return fTotal; }      // bytes of the work
+  std::uint64_t Items() const { return fItems; }      // files and folders
+  std::uint64_t Largest() const { return fLargest; }  // bytes of the largest file
 
  private:
   void TakeReport(const std::string& line);
@@ -39,6 +42,8 @@ class HelperExpansion : public Expansion {
   std::string fPartialLine;
   std::string fComplaint;
   std::uint64_t fTotal = 0;
+  std::uint64_t fItems = 0;
+  std::uint64_t fLargest = 0;
   double fDone = 0;
   bool fSucceeded = false;
 };

@@ -32,6 +32,9 @@ LockedFolder LockedFolder::Make(int parent, std::string_view prefix) {
 }
 
 LockedFolder LockedFolder::IfLeft(int parent, const std::string& name) {
+  const std::size_t digits = name.rfind('-') + 1;
+  if (name.size() - digits != 16 || name.find_first_not_of("0123456789abcdef", digits) != name.npos)
+    return {};
   Descriptor folder(::openat(parent, name.c_str(), kFolderFlags));
   struct stat info {};
   if (!folder || ::fstat(folder.Get(), &info) != 0 || info.st_uid != ::geteuid() ||

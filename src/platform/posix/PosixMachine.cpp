@@ -21,6 +21,24 @@
 #include "platform/posix/Process.h"
 #include "platform/posix/SpecialFolders.h"
 
+namespace {
+
+/// Where a link leads, or empty.
+std::string LinkText(const FolderItem& link) {
+  std::string text(PATH_MAX, '\0');
+  const ssize_t length = ::readlink(link.NativePath().c_str(), text.data(), text.size());
+  text.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
+  return text;
+}
+
+/// In bytes, of a file that this process and its children write.
+std::uint64_t LargestFileAllowed() {
+  rlimit limit{};
+  return ::getrlimit(RLIMIT_FSIZE, &limit) == 0 ? limit.rlim_cur : RLIM_INFINITY;
+}
+
+}  // namespace
+
 std::int64_t PosixMachine::Ticks() {
   using SixtiethSeconds = std::chrono::duration<std::int64_t, std::ratio<1, 60>>;
   const auto now = std::chrono::steady_clock::now().time_since_epoch();
@@ -28,10 +46,7 @@ std::int64_t PosixMachine::Ticks() {
 }
 
 std::string PosixMachine::ExecutableFile() {
-  std::string path(PATH_MAX, '\0');
-  const ssize_t length = ::readlink("/proc/self/exe", path.data(), path.size());
-  path.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
-  return path;
+  return LinkText(FolderItem("/proc/self/exe"));
 }
 
 std::string PosixMachine::HomeFolder() {
@@ -112,13 +127,17 @@ void PosixMachine::ForbidCoreDumps() {
 
 bool PosixMachine::IsRunBelow(const FolderItem& folder) {
   const std::string below = folder.ResolvedPath() + "/";
-  for (const FolderItem& process : FolderItem("/proc").Children()) {
-    std::string program(PATH_MAX, '\0');
-    const std::string link = process.Child("exe").NativePath();
-    const ssize_t length = ::readlink(link.c_str(), program.data(), program.size());
-    if (length > 0 && program.starts_with(below)) return true;
-  }
+  for (const FolderItem& process : FolderItem("/proc").Children())
+    if (LinkText(process.Child("exe")).starts_with(below)) return true;
   return false;
+}
+
+bool PosixMachine::IsOpenBelow(const FolderItem& folder) {
+  const std::string below = folder.ResolvedPath() + "/";
+  for (const FolderItem& process : FolderItem("/proc").Children())
+    for (const FolderItem& file : process.Child("fd").Children())
+      if (LinkText(file).starts_with(below)) return true;
+  return IsRunBelow(folder);
 }
 
 bool PosixMachine::IsDisc(const FolderItem& folder) {
@@ -173,7 +192,9 @@ ArchiveLook PosixMachine::LookAtArchive(const FolderItem& archive, bool everyByt
                                              archive.NativePath(), archive.Parent().NativePath()));
   while (look.Running())
     if (!GoOn()) look.Stop();
-  return {look.Succeeded(), look.Reason(), look.Total()};
+  if (look.Succeeded() && look.Largest() > LargestFileAllowed())
+    return {false, "The archive holds a file that is larger than this user may write."};
+  return {look.Succeeded(), look.Reason(), look.Total(), look.Items()};
 }
 
 std::string PosixMachine::Helper() {

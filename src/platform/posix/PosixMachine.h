@@ -37,6 +37,7 @@ class PosixMachine : public Machine {
                        const Secret& input) override;
   void ForbidCoreDumps() override;
   bool IsRunBelow(const FolderItem& folder) override;
+  bool IsOpenBelow(const FolderItem& folder) override;
   bool IsDisc(const FolderItem& folder) override;
   bool Launch(const FolderItem& item) override;
   bool LaunchedRuns() override;

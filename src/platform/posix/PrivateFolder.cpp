@@ -30,7 +30,11 @@ struct PrivateFolder::Held {
   Held(const Held&) = delete;
   Held& operator=(const Held&) = delete;
 
-  void Remove() const { static_cast<void>(DeleteTreeIn(parent.Get(), folder.name)); }
+  void Remove() {
+    // Without a descriptor to spare, the lock's will do.
+    if (!DeleteTreeIn(parent.Get(), folder.name)) folder.lock = Descriptor();
+    if (!folder.lock) static_cast<void>(DeleteTreeIn(parent.Get(), folder.name));
+  }
   /// A toolkit that loses its display ends the process, and no object goes.
   static void RemoveAll();
   static std::set<Held*> all;
@@ -51,7 +55,7 @@ PrivateFolder::Held::~Held() {
 
 void PrivateFolder::Held::RemoveAll() {
   HelperExpansion::StopAll();
-  for (const Held* held : all) held->Remove();
+  for (Held* held : all) held->Remove();
 }
 
 PrivateFolder::PrivateFolder(const FolderItem& item, std::unique_ptr<Held> held)

@@ -92,14 +92,26 @@ int ExitCode(int status) {
   return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : 127;
 }
 
+pid_t gWaitedFor = 0;
+
+/// A toolkit that loses its display ends the process in the middle of a wait.
+void EndWaitedFor() {
+  if (gWaitedFor > 0) static_cast<void>(EndChild(gWaitedFor));
+}
+
 int WaitFor(pid_t id, const Wait& wait) {
+  static const int registered = std::atexit(EndWaitedFor);
+  static_cast<void>(registered);  // without it the command goes on by itself
+  gWaitedFor = id;
   int status = 0;
-  while (true) {
-    const pid_t ended = ::waitpid(id, &status, WNOHANG);
-    if (ended == id) return ExitCode(status);
-    if (ended < 0 && errno != EINTR) return 127;
-    if (!wait()) return EndChild(id);
+  pid_t ended = 0;
+  while ((ended = ::waitpid(id, &status, WNOHANG)) == 0 || (ended < 0 && errno == EINTR)) {
+    if (wait()) continue;
+    gWaitedFor = 0;
+    return EndChild(id);
   }
+  gWaitedFor = 0;
+  return ended == id ? ExitCode(status) : 127;
 }
 
 }  // namespace
@@ -205,7 +217,8 @@ PipedProcess StartPiped(const std::string& program, const std::vector<std::strin
   if (::pipe2(error, O_CLOEXEC) != 0) return {};
   Descriptor errorRead(error[0]);
   const Descriptor errorWrite(error[1]);
-  SpawnSetup setup(0);
+  // A terminal's interrupt is for the installer, who ends it in order.
+  SpawnSetup setup(POSIX_SPAWN_SETSID);
   setup.Connect(STDOUT_FILENO, outputWrite.Get());
   setup.Connect(STDERR_FILENO, errorWrite.Get());
   if (input >= 0) setup.Connect(STDIN_FILENO, input);

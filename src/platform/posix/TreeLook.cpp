@@ -15,13 +15,20 @@ namespace {
 
 constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
-/// Of an open folder: may this user take something out of it?
-bool MayChange(int folder) {
+/// What a folder lets this user take out of it.
+struct Rights {
+  bool change = false;
+  bool onlyOwn = false;  // sticky, and another user's
+};
+
+/// Of an open folder.
+Rights RightsIn(int folder) {
   struct stat info {};
-  if (::fstat(folder, &info) != 0) return false;
+  if (::fstat(folder, &info) != 0) return {};
   // The owner can give himself what the mode lacks.
-  return ::geteuid() == 0 || info.st_uid == ::geteuid() ||
-         ::faccessat(folder, ".", W_OK | X_OK, AT_EACCESS) == 0;
+  const bool master = ::geteuid() == 0 || info.st_uid == ::geteuid();
+  if (master) return {true, false};
+  return {::faccessat(folder, ".", W_OK | X_OK, AT_EACCESS) == 0, (info.st_mode & S_ISVTX) != 0};
 }
 
 class TreeLook {
@@ -29,20 +36,23 @@ class TreeLook {
   explicit TreeLook(const std::function<void()>& tick) : fTick(tick) {}
   TreeFacts facts;
 
-  void LookAt(int parent, const std::string& name, bool outermost) {
+  void LookAt(int parent, const Rights& rights, const std::string& name, bool outermost) {
     if (++fCount % 256 == 0) fTick();
     struct statx info {};
-    if (::statx(parent, name.c_str(), AT_SYMLINK_NOFOLLOW, STATX_TYPE | STATX_BLOCKS | STATX_NLINK, &info) !=
-        0)
-      return;
+    constexpr unsigned kWanted = STATX_TYPE | STATX_BLOCKS | STATX_NLINK | STATX_UID;
+    if (::statx(parent, name.c_str(), AT_SYMLINK_NOFOLLOW, kWanted, &info) != 0) return;
     constexpr std::uint64_t kFrozen = STATX_ATTR_IMMUTABLE | STATX_ATTR_APPEND;
     if ((info.stx_attributes & kFrozen) != 0) facts.deletable = false;
+    if (rights.onlyOwn && info.stx_uid != ::geteuid()) facts.deletable = false;
     if ((info.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0) {
       facts.deletable = false;
       return;
     }
     // A file that bears another name stays on the disk.
-    if (S_ISDIR(info.stx_mode) || info.stx_nlink == 1) facts.bytes += info.stx_blocks * 512;
+    if (S_ISDIR(info.stx_mode) || info.stx_nlink == 1) {
+      facts.bytes += info.stx_blocks * 512;
+      ++facts.items;
+    }
     if (S_ISDIR(info.stx_mode)) LookInto(parent, name, outermost);
   }
 
@@ -58,8 +68,9 @@ class TreeLook {
       return;
     }
     const std::vector<std::string> names = NamesIn(folder.Get());
-    if (!MayChange(folder.Get()) && !(names.empty() && !outermost)) facts.deletable = false;
-    for (const std::string& item : names) LookAt(folder.Get(), item, false);
+    const Rights rights = RightsIn(folder.Get());
+    if (!rights.change && !(names.empty() && !outermost)) facts.deletable = false;
+    for (const std::string& item : names) LookAt(folder.Get(), rights, item, false);
   }
 
   static std::vector<std::string> NamesIn(int folder) {
@@ -84,6 +95,8 @@ class TreeLook {
 
 TreeFacts LookAtTree(const std::string& path, const std::function<void()>& tick) {
   TreeLook look(tick);
-  look.LookAt(AT_FDCWD, path, true);
+  const std::string above = path.substr(0, path.rfind('/') + 1);
+  const Descriptor parent(::open(above.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  if (parent) look.LookAt(parent.Get(), RightsIn(parent.Get()), path.substr(above.size()), true);
   return look.facts;
 }
