@@ -72,3 +72,20 @@ TEST_F(Replacing, AnUnnamedFileIsWrittenAndReadUnderNoName) {
   EXPECT_EQ(BinaryStream::Open(file->Item())->ReadAll(), "text");
   EXPECT_EQ(fTree.Look("chosen"), Contents{});
 }
+
+TEST_F(Replacing, WhatCannotGoIsKnownBefore) {
+  if (::geteuid() != 0) GTEST_SKIP() << "needs root: other users' items";
+  const auto looks = [this](const char* item) { return Item(item).CanBeDeleted(); };
+  fTree.Write("own/sub/file", "");
+  fTree.Write("sticky/own/file", "");
+  fTree.Write("sticky/theirs", "");
+  fTree.Write("foreign/file", "");
+  fTree.Folder("empty/inner");
+  fs::permissions(fTree.Path("sticky"), fs::perms(01777));
+  for (const char* item : {"own", "own/sub", "own/sub/file", "sticky/own", "sticky/own/file", "empty"})
+    ASSERT_EQ(::chown(fTree.Path(item).c_str(), 65534, 65534), 0);
+  const OrdinaryUser user(fTree.Path());
+  for (const char* item : {"own", "sticky/own", "empty"}) EXPECT_TRUE(looks(item)) << item;
+  for (const char* item : {"sticky", "sticky/theirs", "foreign"}) EXPECT_FALSE(looks(item)) << item;
+  EXPECT_EQ(Item("own").RoomTaken().items, 3U);
+}

@@ -15,6 +15,7 @@ class SessionTest : public MachineTest {
  protected:
   SessionTest() {
     fMachine.fPump = [this] { fToolkit.DoEvents(0); };
+    fMachine.fEnding = Application::Quitting;
     fMachine.fArchive.work = [this](const FolderItem& folder) { Unpack(folder); };
     fPackage.data[1] = "stamp";
     fPackage.textData[7] = "Demo";

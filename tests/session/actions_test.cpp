@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The publisher's script, programs and cleanup in whole runs.
+#include <sys/stat.h>
+
 #include "actions/SharedDetour.h"
 #include "session/SessionTest.h"
 
@@ -44,8 +46,11 @@ TEST_F(Actions, TheScriptRunsEntryByEntryPastItsFailures) {
 TEST_F(Actions, NoScriptTakesAwayWhatIsNotItsOwn) {
   fTree.Write("home/Documents/mine", "mine");
   fTree.Write("Applications/other", "another software");
+  fTree.Write("unsaved/file", "half of it can be saved");
+  ASSERT_EQ(::mkfifo(fTree.Path("unsaved/pipe").c_str(), 0644), 0);
   QString script =
-      "preinstalldelete=@/home|delete=UserAccount/|delete=@|delete=/|delete=@/Applications|delete=@/media|"
+      "preinstallcopy=@/unsaved;@/saved|preinstalldelete=@/unsaved|preinstalldelete=@/"
+      "home|delete=UserAccount/|delete=@|delete=/|delete=@/Applications|delete=@/media|"
       "delete=@/media/Setup.app|delete=@/media/Setup.app/Contents/Resources/Data2|content=@/home|"
       "content=@/media/Setup.app/Contents/Resources/Data|delete=@/temporary";
   fPackage.textData[29] = script.replace("@", QString::fromStdString(fTree.Path())).toStdString();

@@ -38,8 +38,11 @@ TEST_F(Targets, NoNameLeadsOutOfTheChosenFolder) {
 
 TEST_F(Targets, TheRunningInstallerIsNotDeletedByItself) {
   fTree.Link("link", fTree.Path());
-  const char* const rows[][2] = {
-      {"", "media"}, {"", "media/Setup.app"}, {"link", "media"}, {"link", "media/Setup.app"}};
+  const char* const rows[][2] = {{"", "media"},
+                                 {"", "media/Setup.app"},
+                                 {"link", "media"},
+                                 {"link", "media/Setup.app"},
+                                 {"media/Setup.app/Contents", "Demo"}};
   for (const auto& [parent, name] : rows) {
     fPackage.textData[7] = name;
     ExpectInstallPressed();

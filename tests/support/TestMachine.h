@@ -28,7 +28,8 @@ class TestMachine : public PosixMachine {
   };
 
   Archive fArchive;
-  std::function<void()> fPump;  // what the toolkit does in a wait
+  std::function<bool()> fEnding;  // is the run to end?
+  std::function<void()> fPump;    // what the toolkit does in a wait
   std::string fExecutable;
   std::optional<std::pair<std::int64_t, std::int64_t>> fVersion;
   std::int64_t fMilliseconds = 0;       // the clock
@@ -47,6 +48,7 @@ class TestMachine : public PosixMachine {
 
   std::int64_t Ticks() override { return fMilliseconds * 60 / 1000; }
   void DoEvents(int milliseconds) override;
+  bool Ending() override { return fEnding && fEnding(); }
   void Yield() override {
     if (fPump) fPump();
   }
