@@ -13,6 +13,7 @@
 
 #include "cleanup/Order.h"
 #include "platform/Brake.h"
+#include "platform/LiesIn.h"
 #include "platform/posix/TreeDelete.h"
 #include "platform/posix/TreeLook.h"
 
@@ -33,7 +34,7 @@ std::string ExecutableOf(const std::string& process) {
 /// have gone before this program's first step: so the parent is known by its file, which is to be removed.
 bool InstallerHasEnded(const std::string& path) {
   for (int look = 0; look < kMostLooks; ++look) {
-    if (!ExecutableOf(std::to_string(::getppid())).starts_with(path + "/")) return true;
+    if (!LiesIn(ExecutableOf(std::to_string(::getppid())), path)) return true;
     std::this_thread::sleep_for(kLook);
   }
   return false;

@@ -6,6 +6,7 @@
 #include "package/Scrambling.h"
 #include "platform/Dialogs.h"
 #include "platform/FolderLock.h"
+#include "platform/LiesIn.h"
 #include "platform/Machine.h"
 #include "session/TessarineStubWindow.h"
 #include "util/Archives.h"
@@ -13,7 +14,6 @@
 #include "util/Files.h"
 #include "util/GlobalsKv.h"
 #include "util/Paths.h"
-#include "util/Places.h"
 
 namespace {
 
@@ -32,8 +32,7 @@ std::string Order(std::int64_t mode, const std::string& bundle, const std::vecto
   const std::string running = ViewConst::RunningBundle();
   const FolderItem folder(ViewConst::MyExtractFilePath(bundle));
   const bool holdsInstalled = std::any_of(installed.begin(), installed.end(), [&](const std::string& path) {
-    return ViewConst::FileExists(path) &&
-           ViewConst::LiesIn(FolderItem(path).ResolvedPath(), folder.ResolvedPath());
+    return ViewConst::FileExists(path) && LiesIn(FolderItem(path).ResolvedPath(), folder.ResolvedPath());
   });
   const bool inAnother = running != bundle || FolderItem(bundle).Parent().NativePath() != folder.NativePath();
   if (holdsInstalled || inAnother || !ViewConst::MayGoWithInstaller(folder.NativePath()))

@@ -6,6 +6,7 @@
 #include "dialogs/NoteDialogs.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
+#include "platform/LiesIn.h"
 #include "platform/Machine.h"
 #include "platform/PrivateFolder.h"
 #include "session/TessarineStubWindow.h"
@@ -13,7 +14,6 @@
 #include "util/Files.h"
 #include "util/OpenedFolder.h"
 #include "util/Paths.h"
-#include "util/Places.h"
 
 namespace {
 
@@ -32,8 +32,8 @@ std::optional<ItemPlace> PlaceOf(const ListItem& item, const std::string& target
   const std::string lands = FolderItem(place->FinalFolder()).ResolvedPath();
   const std::string beside = FolderItem(place->expansionFolder).Parent().ResolvedPath();
   // The staging folder of the target folder itself is the only one that stands outside.
-  const bool inside = ViewConst::LiesIn(beside, target) || place->mergeFolder == targetFolder;
-  return inside && ViewConst::LiesIn(lands, target) ? place : std::nullopt;
+  const bool inside = LiesIn(beside, target) || place->mergeFolder == targetFolder;
+  return inside && LiesIn(lands, target) ? place : std::nullopt;
 }
 
 /// Makes what is missing of a path's folders. Those that are empty in the end go again.

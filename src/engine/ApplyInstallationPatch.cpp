@@ -2,6 +2,7 @@
 // A patch folder is merged into the installation that it stands beside, file by file.
 #include "engine/PatchNames.h"
 #include "platform/Dialogs.h"
+#include "platform/LiesIn.h"
 #include "platform/Machine.h"
 #include "session/TessarineStubWindow.h"
 #include "util/Clock.h"
@@ -9,7 +10,6 @@
 #include "util/GlobalsKv.h"
 #include "util/OpenedFolder.h"
 #include "util/Paths.h"
-#include "util/Places.h"
 #include "util/Rights.h"
 
 using GlobalsKv::gLineBreak;
@@ -71,8 +71,7 @@ void TessarineStubWindow::ApplyPatchFolder(const FolderItem& folder, const std::
                                            const std::string& baseFolder) {
   const std::string place = relativePath.empty() ? baseFolder : baseFolder + "/" + relativePath;
   // Links that stand in the installation may lead about in it, but not out of it.
-  const bool inside =
-      ViewConst::LiesIn(FolderItem(place).ResolvedPath(), FolderItem(baseFolder).ResolvedPath());
+  const bool inside = LiesIn(FolderItem(place).ResolvedPath(), FolderItem(baseFolder).ResolvedPath());
   const std::optional<std::vector<FolderItem>> items = folder.List();
   if (!items) MessageBox("Patch Failed: " + place);
   for (const FolderItem& item : items.value_or(std::vector<FolderItem>())) {

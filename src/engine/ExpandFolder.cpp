@@ -6,6 +6,7 @@
 #include "package/SplitSet.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
+#include "platform/LiesIn.h"
 #include "platform/Machine.h"
 #include "platform/PrivateFolder.h"
 #include "session/TessarineStubWindow.h"
@@ -17,7 +18,6 @@
 
 using GlobalsKv::gLineBreak;
 using ViewConst::DirectoryExists;
-using ViewConst::LiesIn;
 
 namespace {
 

@@ -5,10 +5,10 @@
 
 #include "platform/Brake.h"
 #include "platform/FolderItem.h"
+#include "platform/LiesIn.h"
 #include "platform/Machine.h"
 #include "util/Debug.h"
 #include "util/Paths.h"
-#include "util/Places.h"
 
 namespace ViewConst {
 

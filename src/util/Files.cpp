@@ -3,12 +3,12 @@
 
 #include "platform/BinaryStream.h"
 #include "platform/FolderItem.h"
+#include "platform/LiesIn.h"
 #include "platform/Machine.h"
 #include "util/Brake.h"
 #include "util/Debug.h"
 #include "util/GlobalsKv.h"
 #include "util/Paths.h"
-#include "util/Places.h"
 #include "util/Strings.h"
 
 namespace ViewConst {

@@ -24,8 +24,4 @@ bool IsInnerName(const std::string& name) {
   return true;
 }
 
-bool LiesIn(const std::string& path, const std::string& folder) {
-  return folder == "/" || (path + "/").starts_with(folder + "/");
-}
-
 }  // namespace ViewConst

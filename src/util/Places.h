@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What lies inside what, by names alone.
+// Names of what lies in a folder.
 #pragma once
 
 #include <string>
@@ -9,8 +9,5 @@ namespace ViewConst {
 /// Is it the name of something inside a folder, also of something deeper down? Not empty, not absolute,
 /// without an empty, "." or ".." element, and without control characters.
 bool IsInnerName(const std::string& name);
-
-/// Does `path` lie in `folder`, or is it the folder itself? Both resolved, without closing "/".
-bool LiesIn(const std::string& path, const std::string& folder);
 
 }  // namespace ViewConst

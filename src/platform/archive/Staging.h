@@ -3,10 +3,10 @@
 #pragma once
 
 #include <array>
-#include <string>
 
 #include "platform/archive/Result.h"
 #include "platform/posix/Descriptor.h"
+#include "platform/posix/LockedFolder.h"
 
 namespace archive {
 
@@ -22,17 +22,16 @@ class Staging {
   Staging& operator=(Staging&&) = delete;
   ~Staging();
 
-  int Get() const { return fLocked.Get(); }
+  int Get() const { return fMade.lock.Get(); }
 
  private:
   /// Kept back, so that cleaning up never lacks a descriptor.
   using Reserve = std::array<Descriptor, 3>;
   static Result<Reserve> KeepBack(int folder);
-  Staging(int folder, std::string name, Descriptor locked, Reserve reserve);
+  Staging(int folder, LockedFolder made, Reserve reserve);
 
   int fFolder;
-  std::string fName;
-  Descriptor fLocked;
+  LockedFolder fMade;
   Reserve fReserve;
 };
 

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/Aside.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cerrno>
 #include <string_view>
-#include <vector>
 
+#include "platform/posix/FolderNames.h"
 #include "platform/posix/LockedFolder.h"
 #include "platform/posix/TreeDelete.h"
 
@@ -19,20 +18,6 @@ constexpr std::string_view kPrefix = ".tessarine-aside-";
 bool Exists(int folder, const std::string& name) {
   struct stat info {};
   return ::fstatat(folder, name.c_str(), &info, AT_SYMLINK_NOFOLLOW) == 0;
-}
-
-std::vector<std::string> NamesIn(int folder) {
-  std::vector<std::string> names;
-  Descriptor twin(::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  DIR* list = twin ? ::fdopendir(twin.Get()) : nullptr;
-  if (list == nullptr) return names;
-  static_cast<void>(twin.Release());  // the list's now
-  while (const dirent* entry = ::readdir(list)) {
-    const std::string name = entry->d_name;
-    if (name != "." && name != "..") names.push_back(name);
-  }
-  ::closedir(list);
-  return names;
 }
 
 }  // namespace
@@ -66,7 +51,7 @@ void TakeBackAside(int parent, const std::string& name) {
   const LockedFolder left = LockedFolder::IfLeft(parent, name);
   if (!left.lock) return;
   bool kept = false;
-  for (const std::string& item : NamesIn(left.lock.Get()))
+  for (const std::string& item : NamesIn(left.lock.Get()).value_or(std::vector<std::string>()))
     if (!Exists(parent, item) && ::renameat(left.lock.Get(), item.c_str(), parent, item.c_str()) != 0)
       kept = true;  // the only one there is
   if (!kept) static_cast<void>(DeleteTreeIn(parent, name));

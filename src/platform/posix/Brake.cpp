@@ -13,6 +13,7 @@
 #include <set>
 #include <string_view>
 
+#include "platform/LiesIn.h"
 #include "platform/posix/MountPoint.h"
 
 namespace {
@@ -21,10 +22,6 @@ std::string Resolved(const std::string& path) {
   std::error_code error;
   const std::filesystem::path resolved = std::filesystem::weakly_canonical(path, error);
   return error ? path : resolved.string();
-}
-
-bool Holds(const std::string& folder, const std::string& item) {
-  return (item + "/").starts_with(folder + "/");
 }
 
 /// What the file hierarchy standard puts into the root, /usr, /usr/local and /var.
@@ -85,7 +82,7 @@ void KeptFolders::AddEverybodys() {
 
 bool KeptFolders::IsOrHolds(const std::string& path) const {
   return std::any_of(fPaths.begin(), fPaths.end(),
-                     [&path](const std::string& kept) { return Holds(path, kept); });
+                     [&path](const std::string& kept) { return LiesIn(kept, path); });
 }
 
 std::string ReasonToStay(const std::string& path, const KeptFolders& kept) {
@@ -103,6 +100,6 @@ std::string ReasonToStay(const std::string& path, const KeptFolders& kept) {
   if (!S_ISDIR(item.st_mode)) return "";
   const std::vector<std::string> mounted = MountPoints();
   const bool holds = std::any_of(mounted.begin(), mounted.end(),
-                                 [&place](const std::string& point) { return Holds(place, point); });
+                                 [&place](const std::string& point) { return LiesIn(point, place); });
   return holds ? "a file system is mounted in it" : "";
 }

@@ -2,19 +2,19 @@
 // File items over POSIX calls.
 #include "platform/FolderItem.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <limits>
 
 #include "platform/Machine.h"
+#include "platform/posix/Descriptor.h"
 #include "platform/posix/FileCopy.h"
+#include "platform/posix/FolderNames.h"
 #include "platform/posix/HiddenList.h"
 #include "platform/posix/MountPoint.h"
 #include "platform/posix/Replace.h"
@@ -74,17 +74,13 @@ std::string FolderItem::Place() const {
 }
 
 std::optional<std::vector<FolderItem>> FolderItem::List() const {
+  const Descriptor folder(::open(fPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  const std::optional<std::vector<std::string>> names = NamesIn(folder.Get());
+  if (!names) return std::nullopt;
   std::vector<FolderItem> children;
-  DIR* list = ::opendir(fPath.c_str());
-  if (list == nullptr) return std::nullopt;
-  errno = 0;
-  while (const dirent* entry = ::readdir(list)) {
-    const std::string name = entry->d_name;
-    if (name != "." && name != "..") children.push_back(Child(name));
-  }
-  const bool whole = errno == 0;
-  ::closedir(list);
-  return whole ? std::optional(std::move(children)) : std::nullopt;
+  children.reserve(names->size());
+  for (const std::string& name : *names) children.push_back(Child(name));
+  return children;
 }
 
 bool FolderItem::Exists() const {

@@ -27,6 +27,10 @@ LockedFolder LockedFolder::Make(int parent, std::string_view prefix) {
     const bool taken = folder && ::flock(folder.Get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
     if (folder && !taken && ::fstat(folder.Get(), &info) == 0 && info.st_nlink > 0)
       return {std::move(name), std::move(folder)};
+    const int reason = errno;
+    static_cast<void>(::unlinkat(parent, name.c_str(), AT_REMOVEDIR));
+    errno = reason;
+    if (!folder && reason != ENOENT) return {};
   }
   return {};
 }

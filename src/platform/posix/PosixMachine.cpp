@@ -15,6 +15,7 @@
 #include <chrono>
 #include <climits>
 
+#include "platform/LiesIn.h"
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/HelperExpansion.h"
 #include "platform/posix/Launch.h"
@@ -126,17 +127,17 @@ void PosixMachine::ForbidCoreDumps() {
 }
 
 bool PosixMachine::IsRunBelow(const FolderItem& folder) {
-  const std::string below = folder.ResolvedPath() + "/";
+  const std::string place = folder.ResolvedPath();
   for (const FolderItem& process : FolderItem("/proc").Children())
-    if (LinkText(process.Child("exe")).starts_with(below)) return true;
+    if (LiesIn(LinkText(process.Child("exe")), place)) return true;
   return false;
 }
 
 bool PosixMachine::IsOpenBelow(const FolderItem& folder) {
-  const std::string below = folder.ResolvedPath() + "/";
+  const std::string place = folder.ResolvedPath();
   for (const FolderItem& process : FolderItem("/proc").Children())
     for (const FolderItem& file : process.Child("fd").Children())
-      if (LinkText(file).starts_with(below)) return true;
+      if (LiesIn(LinkText(file), place)) return true;
   return IsRunBelow(folder);
 }
 

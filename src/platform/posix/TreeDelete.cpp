@@ -3,7 +3,6 @@
 // from: a tree may be deeper than descriptors or path lengths allow, and may be moved meanwhile.
 #include "platform/posix/TreeDelete.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -11,6 +10,7 @@
 #include <vector>
 
 #include "platform/posix/Descriptor.h"
+#include "platform/posix/FolderNames.h"
 #include "platform/posix/MountPoint.h"
 
 namespace {
@@ -71,20 +71,12 @@ class TreeWalk {
   }
 
   void Empty() {
-    Descriptor twin(::fcntl(fFolder.Get(), F_DUPFD_CLOEXEC, 0));
-    DIR* list = twin ? ::fdopendir(twin.Get()) : nullptr;
-    if (list == nullptr) {
+    std::optional<std::vector<std::string>> names = NamesIn(fFolder.Get());
+    if (!names) {
       fComplete = false;
       return;
     }
-    static_cast<void>(twin.Release());  // the list's now
-    std::vector<std::string> names;
-    while (const dirent* entry = ::readdir(list)) {
-      const std::string name = entry->d_name;
-      if (name != "." && name != "..") names.push_back(name);
-    }
-    ::closedir(list);
-    for (std::string& name : names) {
+    for (std::string& name : *names) {
       if (::unlinkat(fFolder.Get(), name.c_str(), 0) == 0 || errno == ENOENT) {
         Count();
       } else if (IsFolder(fFolder.Get(), name)) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/TreeLook.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/statfs.h>
@@ -10,6 +9,7 @@
 #include <vector>
 
 #include "platform/posix/Descriptor.h"
+#include "platform/posix/FolderNames.h"
 
 namespace {
 
@@ -67,24 +67,10 @@ class TreeLook {
       if (!own) facts.deletable = false;
       return;
     }
-    const std::vector<std::string> names = NamesIn(folder.Get());
+    const std::vector<std::string> names = NamesIn(folder.Get()).value_or(std::vector<std::string>());
     const Rights rights = RightsIn(folder.Get());
     if (!rights.change && !(names.empty() && !outermost)) facts.deletable = false;
     for (const std::string& item : names) LookAt(folder.Get(), rights, item, false);
-  }
-
-  static std::vector<std::string> NamesIn(int folder) {
-    std::vector<std::string> names;
-    Descriptor twin(::openat(folder, ".", kFolderFlags));
-    DIR* list = twin ? ::fdopendir(twin.Get()) : nullptr;
-    if (list == nullptr) return names;
-    static_cast<void>(twin.Release());
-    while (const dirent* entry = ::readdir(list)) {
-      const std::string name = entry->d_name;
-      if (name != "." && name != "..") names.push_back(name);
-    }
-    ::closedir(list);
-    return names;
   }
 
   const std::function<void()>& fTick;
