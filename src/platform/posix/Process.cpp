@@ -96,6 +96,14 @@ bool WriteAll(int file, std::string_view text) {
   return true;
 }
 
+/// A file without a name that holds `text`, at its beginning: nobody waits until it has been read, however
+/// long it is. None where the memory isn't there. `flags` are memfd_create(2)'s.
+Descriptor TextInMemory(std::string_view text, unsigned flags) {
+  Descriptor file(::memfd_create("text", flags));
+  if (file && (!WriteAll(file.Get(), text) || ::lseek(file.Get(), 0, SEEK_SET) != 0)) file = Descriptor();
+  return file;
+}
+
 int ExitCode(int status) {
   if (WIFEXITED(status)) return WEXITSTATUS(status);
   return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : 127;
@@ -156,8 +164,8 @@ int RunShellLine(const std::string& line, const std::string& toolFolder, const W
   // The system takes no longer word; as a file a line of any length is the shell's.
   Descriptor file;
   if (line.size() >= kLongestWord) {
-    file = Descriptor(::memfd_create("line", 0));
-    if (!file || !WriteAll(file.Get(), line)) return 127;
+    file = TextInMemory(line, 0);
+    if (!file) return 127;
     words = {"/proc/self/fd/" + std::to_string(file.Get())};
   }
   const pid_t id = setup.Start("/bin/sh", words, environment.data());
@@ -184,22 +192,17 @@ int RunWithInput(const std::string& program, const std::vector<std::string>& arg
 
 void StartWithText(const std::string& program, const std::string& text) {
   constexpr int kLongestWait = 2000;  // milliseconds
-  int input[2] = {-1, -1};
+  const Descriptor input = TextInMemory(text, MFD_CLOEXEC);
   int output[2] = {-1, -1};
-  if (::pipe2(input, O_CLOEXEC) != 0) return;
-  const Descriptor inputRead(input[0]);
-  Descriptor inputWrite(input[1]);
-  if (::pipe2(output, O_CLOEXEC) != 0) return;
+  if (!input || ::pipe2(output, O_CLOEXEC) != 0) return;
   const Descriptor outputRead(output[0]);
   Descriptor outputWrite(output[1]);
   SpawnSetup setup(POSIX_SPAWN_SETSID);
-  setup.Connect(STDIN_FILENO, inputRead.Get());
+  setup.Connect(STDIN_FILENO, input.Get());
   setup.Connect(STDOUT_FILENO, outputWrite.Get());
   setup.Silence(STDERR_FILENO);
   if (setup.Start(program, {}, environ) <= 0) return;
   outputWrite = Descriptor();
-  if (!WriteAll(inputWrite.Get(), text)) return;
-  inputWrite = Descriptor();
   pollfd answer{outputRead.Get(), POLLIN, 0};
   static_cast<void>(::poll(&answer, 1, kLongestWait));  // without an answer there is nothing more to do
 }
