@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Conversions between Mac Roman, UTF-16 and UTF-8.
+// Conversions between Mac Roman, Latin-1, UTF-16 and UTF-8.
 #include "platform/Encoding.h"
 
 #include <clocale>
@@ -91,6 +91,23 @@ std::string MacRomanToUtf8(std::string_view bytes) {
   text.reserve(bytes.size());
   for (const char byte : bytes) AppendUtf8(text, FromMacRoman(static_cast<unsigned char>(byte)));
   return text;
+}
+
+std::string Latin1ToUtf8(std::string_view bytes) {
+  std::string text;
+  text.reserve(bytes.size());
+  for (const char byte : bytes) AppendUtf8(text, static_cast<unsigned char>(byte));
+  return text;
+}
+
+std::string Utf8ToLatin1(std::string_view text) {
+  std::string bytes;
+  bytes.reserve(text.size());
+  for (std::size_t at = 0; at < text.size();) {
+    const char32_t character = NextCharacter(text, at);
+    bytes += character < 0x100 ? static_cast<char>(character) : '?';
+  }
+  return bytes;
 }
 
 std::string RepairUtf8(std::string_view bytes) {
