@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Conversions between Mac Roman, UTF-16 and UTF-8.
+// Conversions between Mac Roman, Latin-1, UTF-16 and UTF-8.
 #include "platform/Encoding.h"
 
 #include <algorithm>
@@ -103,6 +103,23 @@ std::optional<std::string> Utf8ToMacRoman(std::string_view text) {
     if (character >= 128 && found == std::end(kMacRoman)) return std::nullopt;
     bytes += static_cast<char>(
         character < 128 ? character : static_cast<char32_t>(128 + (found - std::begin(kMacRoman))));
+  }
+  return bytes;
+}
+
+std::string Latin1ToUtf8(std::string_view bytes) {
+  std::string text;
+  text.reserve(bytes.size());
+  for (const char byte : bytes) AppendUtf8(text, static_cast<unsigned char>(byte));
+  return text;
+}
+
+std::string Utf8ToLatin1(std::string_view text) {
+  std::string bytes;
+  bytes.reserve(text.size());
+  for (std::size_t at = 0; at < text.size();) {
+    const char32_t character = NextCharacter(text, at);
+    bytes += character < 0x100 ? static_cast<char>(character) : '?';
   }
   return bytes;
 }

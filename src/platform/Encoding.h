@@ -13,6 +13,12 @@ std::string MacRomanToUtf8(std::string_view bytes);
 /// None if a character has no byte there, or `text` is malformed.
 std::optional<std::string> Utf8ToMacRoman(std::string_view text);
 
+/// Each byte is one character of Latin-1.
+std::string Latin1ToUtf8(std::string_view bytes);
+
+/// For readers of old: characters beyond Latin-1, and malformed bytes, become question marks.
+std::string Utf8ToLatin1(std::string_view text);
+
 /// Well-formed UTF-8 as it stands; a byte that is part of no well-formed sequence is taken as a
 /// character of Mac Roman, so that a text saved in the older encoding still reads.
 std::string RepairUtf8(std::string_view bytes);

@@ -87,6 +87,15 @@ std::vector<std::string> EnvironmentWithTools(const std::string& folder) {
   return variables;
 }
 
+/// A file without a name that holds `text`, at its beginning: nobody waits until it has been read, however
+/// long it is. None where the memory isn't there. `flags` are memfd_create(2)'s.
+Descriptor TextInMemory(std::string_view text, unsigned flags) {
+  Descriptor file(::memfd_create("text", flags));
+  if (file && (!WriteAll(file.Get(), text.data(), text.size()) || ::lseek(file.Get(), 0, SEEK_SET) != 0))
+    file = Descriptor();
+  return file;
+}
+
 int ExitCode(int status) {
   if (WIFEXITED(status)) return WEXITSTATUS(status);
   return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : 127;
@@ -159,8 +168,8 @@ int RunShellLine(const std::string& line, const std::string& toolFolder, const W
   // The system takes no longer word; as a file a line of any length is the shell's.
   Descriptor file;
   if (line.size() >= kLongestWord) {
-    file = Descriptor(::memfd_create("line", 0));
-    if (!file || !WriteAll(file.Get(), line.data(), line.size())) return 127;
+    file = TextInMemory(line, 0);
+    if (!file) return 127;
     words = {"/proc/self/fd/" + std::to_string(file.Get())};
   }
   const pid_t id = setup.Start("/bin/sh", words, environment.data());
@@ -171,7 +180,7 @@ int RunWithInput(const std::string& program, const std::vector<std::string>& arg
                  std::string_view input, const Wait& wait) {
   int ends[2] = {-1, -1};
   if (::pipe2(ends, O_CLOEXEC) != 0) return 127;
-  const Descriptor reading(ends[0]);
+  Descriptor reading(ends[0]);
   Descriptor writing(ends[1]);
   SpawnSetup setup(0);
   setup.Connect(STDIN_FILENO, reading.Get());
@@ -179,6 +188,7 @@ int RunWithInput(const std::string& program, const std::vector<std::string>& arg
   setup.Silence(STDERR_FILENO);
   const pid_t id = setup.Start(program, arguments, environ);
   if (id <= 0) return 127;
+  reading = Descriptor();
   // A program that doesn't want it has ended, and tells by its exit code.
   static_cast<void>(WriteAll(writing.Get(), input.data(), input.size()));
   writing = Descriptor();
@@ -187,22 +197,17 @@ int RunWithInput(const std::string& program, const std::vector<std::string>& arg
 
 void StartWithText(const std::string& program, const std::string& text) {
   constexpr int kLongestWait = 2000;  // milliseconds
-  int input[2] = {-1, -1};
+  const Descriptor input = TextInMemory(text, MFD_CLOEXEC);
   int output[2] = {-1, -1};
-  if (::pipe2(input, O_CLOEXEC) != 0) return;
-  const Descriptor inputRead(input[0]);
-  Descriptor inputWrite(input[1]);
-  if (::pipe2(output, O_CLOEXEC) != 0) return;
+  if (!input || ::pipe2(output, O_CLOEXEC) != 0) return;
   const Descriptor outputRead(output[0]);
   Descriptor outputWrite(output[1]);
   SpawnSetup setup(POSIX_SPAWN_SETSID);
-  setup.Connect(STDIN_FILENO, inputRead.Get());
+  setup.Connect(STDIN_FILENO, input.Get());
   setup.Connect(STDOUT_FILENO, outputWrite.Get());
   setup.Silence(STDERR_FILENO);
   if (setup.Start(program, {}, environ) <= 0) return;
   outputWrite = Descriptor();
-  if (!WriteAll(inputWrite.Get(), text.data(), text.size())) return;
-  inputWrite = Descriptor();
   pollfd answer{outputRead.Get(), POLLIN, 0};
   static_cast<void>(::poll(&answer, 1, kLongestWait));  // without an answer there is nothing more to do
 }

@@ -26,8 +26,8 @@ int RunShellLine(const std::string& line, const std::string& toolFolder, const W
 int RunWithInput(const std::string& program, const std::vector<std::string>& arguments,
                  std::string_view input, const Wait& wait);
 
-/// Starts `program` in a session of its own, gives it `text` on its standard input and waits up to two
-/// seconds until it answers or ends. It outlives this process.
+/// Starts `program` in a session of its own, gives it `text`, however long, as a file on its standard input
+/// and waits up to two seconds until it answers or ends. It outlives this process.
 void StartWithText(const std::string& program, const std::string& text);
 
 /// Starts `program` with its standard output and error connected to new pipes.

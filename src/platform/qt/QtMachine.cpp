@@ -13,7 +13,7 @@
 #include "platform/Application.h"
 #include "platform/posix/Launch.h"
 #include "platform/posix/Process.h"
-#include "platform/posix/X11Clipboard.h"
+#include "platform/posix/X11Reader.h"
 #include "platform/qt/InputDropped.h"
 
 void QtMachine::DoEvents(int milliseconds) {
@@ -41,7 +41,10 @@ std::string QtMachine::ClipboardText() {
   if (QGuiApplication::platformName() == "xcb" && !clipboard.ownsClipboard()) {
     // The toolkit would stand still until the program that owns the text has answered.
     std::string text;
-    const ClipboardAnswer answer = ReadX11Clipboard(text, [this] { DoEvents(5); });
+    const ClipboardAnswer answer = ReadX11Clipboard(text, [this] {
+      DoEvents(5);
+      return !Ending();
+    });
     if (answer == ClipboardAnswer::kText) fLastText = text;
     if (answer != ClipboardAnswer::kElsewhere) return fLastText;
   }
@@ -54,9 +57,9 @@ void QtMachine::SetClipboardText(const std::string& text) {
 }
 
 void QtMachine::LeaveClipboard() {
+  if (!QGuiApplication::clipboard()->ownsClipboard() || !qEnvironmentVariableIsSet("DISPLAY")) return;
   const std::string text = ClipboardText();
-  if (!QGuiApplication::clipboard()->ownsClipboard() || text.empty()) return;
-  if (qEnvironmentVariableIsSet("DISPLAY")) StartWithText(HelperFolder() + "/TessarineClipboard", text);
+  if (!text.empty()) StartWithText(HelperFolder() + "/TessarineClipboard", text);
 }
 
 void QtMachine::Beep() {
