@@ -27,6 +27,7 @@ class Window {
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;
 
+  /// Shown as it stands.
   std::string Title() const;
   void SetTitle(const std::string& title);
   Size ContentSize() const;

@@ -14,6 +14,7 @@
 #include "platform/qt/NativeToggle.h"
 #include "platform/qt/NativeViewer.h"
 #include "platform/qt/NativeWindow.h"
+#include "platform/qt/Verbatim.h"
 
 namespace {
 
@@ -119,10 +120,10 @@ void PushButton::SetRole(Role role) {
 
 void PushButton::SetCaption(const std::string& caption) {
   fCaption = caption;
-  Native().caption = QString::fromStdString(caption);
+  Native().caption = CaptionLine(caption);
   Native().widget->setAccessibleName(Native().caption);
   // Cut to its room, if need be, by the window.
-  As<QPushButton>(Native()).setText(QString(Native().caption).replace('&', "&&"));
+  As<QPushButton>(Native()).setText(WithoutMnemonic(Native().caption));
   Owner().Native().Relayout();
 }
 
@@ -142,7 +143,7 @@ Toggle::Toggle(Window& window, std::string name, const Rect& place, const std::s
 
 void Toggle::SetCaption(const std::string& caption) {
   fCaption = caption;
-  WithToggle(Native(), [&caption](auto& toggle) { toggle.ShowCaption(QString::fromStdString(caption)); });
+  WithToggle(Native(), [&caption](auto& toggle) { toggle.ShowCaption(CaptionLine(caption)); });
 }
 
 void Toggle::SetHelpTag(const std::string& tag) {

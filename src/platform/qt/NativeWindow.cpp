@@ -13,8 +13,8 @@
 
 #include "platform/Application.h"
 #include "platform/qt/ButtonRow.h"
-#include "platform/qt/FittedText.h"
 #include "platform/qt/InputDropped.h"
+#include "platform/qt/Verbatim.h"
 
 namespace {
 
@@ -36,8 +36,7 @@ QPalette WhitePaper(QPalette palette) {
 /// Shows what fits of a caption; the whole of it stays as tool tip and accessible name.
 void ShowCaption(QPushButton& button, const QString& caption) {
   const QString shown = button.fontMetrics().elidedText(caption, Qt::ElideRight, button.width() - 8);
-  QString escaped = shown;
-  button.setText(escaped.replace('&', "&&"));
+  button.setText(WithoutMnemonic(shown));
   button.setToolTip(shown == caption ? QString() : PlainToolTip(caption));
 }
 
@@ -61,16 +60,21 @@ void PushNative(NativeControl& button) {
   if (widget != nullptr && !widget->isHidden() && widget->isEnabled()) widget->click();
 }
 
-NativeWindow::NativeWindow(Window& owner, Size size, const QString& title, const WindowStyle& style)
+NativeWindow::NativeWindow(Window& owner, Size size, const std::string& title, const WindowStyle& style)
     : QDialog(nullptr, FrameOf(style)), fOwner(owner), fDesign(size), fStyle(style) {
   gWindows.push_back(this);
-  setWindowTitle(title);
+  SetTitle(title);
   if (style.whitePaper) setPalette(WhitePaper(palette()));
   ResizeTo(size);
 }
 
 NativeWindow::~NativeWindow() {
   std::erase(gWindows, this);
+}
+
+void NativeWindow::SetTitle(const std::string& title) {
+  fTitle = title;
+  setWindowTitle(VerbatimTitle(title));
 }
 
 NativeWindow* NativeWindow::Newest(const NativeWindow* besides) {

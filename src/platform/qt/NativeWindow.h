@@ -34,12 +34,14 @@ class NativeWindow : public QDialog {
   Q_OBJECT
 
  public:
-  NativeWindow(Window& owner, Size size, const QString& title, const WindowStyle& style);
+  NativeWindow(Window& owner, Size size, const std::string& title, const WindowStyle& style);
 
   ~NativeWindow() override;
   /// The window made last of those on the screen, else the first one made; none before any is.
   static NativeWindow* Newest(const NativeWindow* besides = nullptr);
 
+  void SetTitle(const std::string& title);
+  const std::string& Title() const { return fTitle; }
   void Add(NativeControl& control);
   void Remove(const NativeControl& control);
   void ResizeTo(Size size);
@@ -67,6 +69,7 @@ class NativeWindow : public QDialog {
 
   Window& fOwner;
   Size fDesign;
+  std::string fTitle;
   WindowStyle fStyle;
   std::vector<NativeControl*> fControls;
   QPixmap fBackdrop;
