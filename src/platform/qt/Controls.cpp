@@ -3,7 +3,6 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -11,6 +10,7 @@
 #include <utility>
 
 #include "platform/qt/NativeLabel.h"
+#include "platform/qt/NativeText.h"
 #include "platform/qt/NativeToggle.h"
 #include "platform/qt/NativeViewer.h"
 #include "platform/qt/NativeWindow.h"
@@ -244,35 +244,18 @@ Secret TextField::TakeSecret() {
 }
 
 TextArea::TextArea(Window& window, std::string name, const Rect& place, Lock lock, Style style)
-    : Control(window, std::move(name), place, lock, Made(new QPlainTextEdit)) {
-  auto& area = As<QPlainTextEdit>(Native());
-  area.setReadOnly(true);
-  area.setTabChangesFocus(true);
-  // All of it stands between the edges; a blank that ends a full line needs no bar.
-  area.setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-  area.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  area.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  if (style == Framed) return;
-  area.setFrameShape(QFrame::NoFrame);
-  area.document()->setDocumentMargin(0);
-  area.setFocusPolicy(Qt::ClickFocus);
-  QPalette colours = area.palette();
-  colours.setColor(QPalette::Base, colours.color(QPalette::Window));
-  colours.setColor(QPalette::Text, colours.color(QPalette::WindowText));
-  area.setPalette(colours);
-}
-
-std::string TextArea::Text() const {
-  return As<QPlainTextEdit>(Native()).toPlainText().toStdString();
+    : Control(window, std::move(name), place, lock, Made(new NativeText)) {
+  if (style == Message) As<NativeText>(Native()).LookLikeALabel();
 }
 
 void TextArea::SetText(const std::string& text) {
-  As<QPlainTextEdit>(Native()).setPlainText(QString::fromStdString(text));
+  fText = text;
+  As<NativeText>(Native()).ShowText(QString::fromStdString(text));
 }
 
 HTMLViewer::HTMLViewer(Window& window, std::string name, const Rect& place, Lock lock)
     : Control(window, std::move(name), place, lock, Made(new NativeViewer)) {}
 
 void HTMLViewer::LoadPage(const std::string& html) {
-  As<NativeViewer>(Native()).setHtml(QString::fromStdString(html));
+  As<NativeViewer>(Native()).ShowPage(QString::fromStdString(html));
 }
