@@ -16,6 +16,7 @@ class SessionTest : public MachineTest {
   SessionTest() {
     fMachine.fPump = [this] { fToolkit.DoEvents(0); };
     fMachine.fArchive.work = [this](const FolderItem& folder) { Unpack(folder); };
+    fScript.fReading = [this] { fMachine.fMilliseconds += 520; };
     fPackage.data[1] = "stamp";
     fPackage.textData[7] = "Demo";
   }

@@ -12,6 +12,7 @@
 #include <map>
 
 #include "platform/Application.h"
+#include "platform/Machine.h"
 #include "platform/qt/ButtonRow.h"
 #include "platform/qt/InputDropped.h"
 #include "platform/qt/Verbatim.h"
@@ -180,6 +181,9 @@ void NativeWindow::RunModal() {
   if (Application::Quitting()) return;
   QEventLoop loop;
   fModalLoop = &loop;
+  fSeenSince.reset();
+  std::optional<EarlyInputDropped> guard;
+  if (fGuardsAnswers) guard.emplace([this] { return !CanHaveBeenRead(); });
   if (fStyle.hidden) {
     const InputDropped dropped;
     loop.exec();
@@ -193,6 +197,11 @@ void NativeWindow::RunModal() {
   }
   fModalLoop = nullptr;
   hide();
+}
+
+bool NativeWindow::CanHaveBeenRead() const {
+  constexpr std::int64_t kTicks = 30;  // half a second
+  return fSeenSince && Machine::Current().Ticks() - *fSeenSince > kTicks;
 }
 
 void NativeWindow::EndModal() {
@@ -229,6 +238,7 @@ void NativeWindow::SetBackdrop(const QPixmap& picture) {
 
 void NativeWindow::paintEvent(QPaintEvent* event) {
   QDialog::paintEvent(event);
+  if (!fSeenSince) fSeenSince = Machine::Current().Ticks();
   if (!fBackdrop.isNull()) QPainter(this).drawPixmap(0, 0, fBackdrop);
 }
 

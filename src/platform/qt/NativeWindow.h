@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "platform/Controls.h"
@@ -47,6 +49,7 @@ class NativeWindow : public QDialog {
   void ResizeTo(Size size);
   /// Puts every control where its design, its locks and its caption want it.
   void Relayout();
+  void GuardAnswers() { fGuardsAnswers = true; }
   void RunModal();
   void EndModal();
   void SetBackdrop(const QPixmap& picture);
@@ -66,6 +69,7 @@ class NativeWindow : public QDialog {
   void LayOutButtons();
   NativeControl* DecliningButton() const;
   void PutOverParent();
+  bool CanHaveBeenRead() const;
 
   Window& fOwner;
   Size fDesign;
@@ -75,6 +79,8 @@ class NativeWindow : public QDialog {
   QPixmap fBackdrop;
   std::unique_ptr<QMenu> fMenu;
   QEventLoop* fModalLoop = nullptr;
+  bool fGuardsAnswers = false;
+  std::optional<std::int64_t> fSeenSince;  // in ticks, since it was first painted on the screen
 };
 
 /// Clicks the button unless it is hidden or disabled.

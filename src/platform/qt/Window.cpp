@@ -40,6 +40,10 @@ bool Window::Visible() const {
   return fNative->isVisible();
 }
 
+void Window::GuardAnswers() {
+  fNative->GuardAnswers();
+}
+
 void Window::ShowModal() {
   fNative->RunModal();
 }
