@@ -92,7 +92,8 @@ void ModalScript::Act(QWidget& window, const Step& step) {
   if (!step.press.empty()) Press(window, step.press);
   if (!step.choose.empty()) {
     auto* path = window.findChild<QLineEdit*>("fileNameEdit");
-    path->setText(QString::fromStdString(step.choose));
+    for (const QChar key : QString::fromStdString(step.choose))
+      QTest::sendKeyEvent(QTest::Click, path, Qt::Key_unknown, key, Qt::NoModifier);
     QTest::keyClick(path, Qt::Key_Return);
   }
   if (step.key != 0)

@@ -21,7 +21,7 @@ struct Step {
   std::string window;    // its title, its object name, or the name of a control in it
   std::string text{};    // of a message box: its whole text
   std::string press{};   // the control name of a button or label
-  std::string choose{};  // a folder for the folder dialog, and Return
+  std::string choose{};  // what is typed into the folder dialog, and Return
   int key = 0;           // a Qt::Key, to the control with the focus
   bool close = false;    // a close request of the window manager
   std::function<void(QWidget&)> look{};

@@ -2,12 +2,13 @@
 #include "platform/Dialogs.h"
 
 #include <QApplication>
-#include <QFileDialog>
 
 #include "platform/Application.h"
 #include "platform/Machine.h"
+#include "platform/qt/FolderDialog.h"
 #include "platform/qt/MessageDialog.h"
 #include "platform/qt/NativeWindow.h"
+#include "platform/qt/Verbatim.h"
 
 namespace {
 
@@ -36,14 +37,11 @@ void MessageBox(const std::string& text) {
 
 std::optional<FolderItem> SelectFolderDialog::ShowModal() {
   if (Application::Quitting()) return std::nullopt;
-  QFileDialog dialog(Front(), Title.empty() ? FrontTitle() : QString::fromStdString(Title));
-  dialog.setObjectName("SelectFolderDialog");
-  dialog.setFileMode(QFileDialog::Directory);
-  dialog.setOption(QFileDialog::ShowDirsOnly);
-  dialog.setLabelText(QFileDialog::Accept, QString::fromStdString(ActionButtonCaption));
+  FolderDialog dialog(Front(), Title.empty() ? FrontTitle() : VerbatimTitle(Title));
+  dialog.setLabelText(QFileDialog::Accept, WithoutMnemonic(CaptionLine(ActionButtonCaption)));
   if (!CancelButtonCaption.empty())
-    dialog.setLabelText(QFileDialog::Reject, QString::fromStdString(CancelButtonCaption));
+    dialog.setLabelText(QFileDialog::Reject, WithoutMnemonic(CaptionLine(CancelButtonCaption)));
   if (InitialDirectory) dialog.setDirectory(QString::fromStdString(InitialDirectory->NativePath()));
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-  return FolderItem(dialog.selectedFiles().first().toStdString());
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return FolderItem(dialog.Chosen().toStdString());
 }
