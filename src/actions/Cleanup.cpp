@@ -20,8 +20,10 @@ namespace {
 enum Mode { kNothing = 0, kBundle = 1, kFolder = 2, kAskBundle = 3, kAskFolder = 4 };
 
 bool UserAgrees(std::int64_t mode) {
-  if (mode == kAskBundle) return GlobalsKv::YesNoDlg("Delete this Setup file when finished?");
-  if (mode == kAskFolder) return GlobalsKv::YesNoDlg("Delete folder containing Setup file when finished?");
+  constexpr auto kDeletes = GlobalsKv::Question::Deletes;
+  if (mode == kAskBundle) return GlobalsKv::YesNoDlg("Delete this Setup file when finished?", kDeletes);
+  if (mode == kAskFolder)
+    return GlobalsKv::YesNoDlg("Delete folder containing Setup file when finished?", kDeletes);
   return true;
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The application's menu bar, which every window of ours answers to.
+// The application's menu bar, which the main window and its dialogs answer to: all but the sized messages and
+// questions, message boxes and the folder dialog.
 #pragma once
 
 #include "platform/Menu.h"

@@ -50,10 +50,10 @@ void KvPoseInfoDialog(const std::string& message) {
   gConflictType = 0;
 }
 
-bool YesNoDlg(const std::string& question) {
+bool YesNoDlg(const std::string& question, Question kind) {
   gErrorString = question;
   gConflictType = kTextInErrorString;
-  const bool answer = ViewConst::YesNoDialog(kTextInErrorString);
+  const bool answer = ViewConst::YesNoDialog(kTextInErrorString, kind);
   gConflictType = 0;
   return answer;
 }
@@ -64,7 +64,7 @@ void DropSharedMessage() {
 
 }  // namespace GlobalsKv
 
-bool ViewConst::YesNoDialog(int number) {
+bool ViewConst::YesNoDialog(int number, GlobalsKv::Question kind) {
   const std::string text =
       TextOrUnknown(number == kTextInErrorString ? GlobalsKv::gErrorString : GlobalsKv::MyGetString(number));
   MessageModal dialog;
@@ -75,6 +75,7 @@ bool ViewConst::YesNoDialog(int number) {
   dialog.Btn2.SetRole(PushButton::Default);
   dialog.Btn3.SetCaption("No");
   dialog.Btn3.SetRole(PushButton::Cancel);
+  if (kind == GlobalsKv::Question::Deletes) dialog.GuardAnswers();
   MessageModalStartSize(dialog, text);
   ModalScriptShow(dialog);
   MessageModalEndSize(dialog, text);

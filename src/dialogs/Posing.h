@@ -16,8 +16,11 @@ void PoseConflictDialog();
 /// Shows a message in the information form. No message is pending afterwards.
 void KvPoseInfoDialog(const std::string& message);
 
+/// One that deletes takes no answer at once: see Window::GuardAnswers.
+enum class Question { Harmless, Deletes };
+
 /// True for yes.
-[[nodiscard]] bool YesNoDlg(const std::string& question);
+[[nodiscard]] bool YesNoDlg(const std::string& question, Question kind = Question::Harmless);
 
 /// Drops the message window that is kept between uses, before the display goes.
 void DropSharedMessage();
@@ -27,7 +30,7 @@ void DropSharedMessage();
 namespace ViewConst {
 
 /// Asks a numbered message, or for 999 the text of gErrorString. True for yes.
-[[nodiscard]] bool YesNoDialog(int number);
+[[nodiscard]] bool YesNoDialog(int number, GlobalsKv::Question kind = GlobalsKv::Question::Harmless);
 
 }  // namespace ViewConst
 

@@ -8,7 +8,10 @@
 
 class YesNoDialog : public AnsweringDialog {
  public:
-  YesNoDialog() : AnsweringDialog({452, 155}, "Confirmation") { AnswerBy({&OKBtn, &CancelBtn}); }
+  YesNoDialog() : AnsweringDialog({452, 155}, "Confirmation") {
+    AnswerBy({&OKBtn, &CancelBtn});
+    GuardAnswers();
+  }
   PushButton OKBtn{*this, "OKBtn", {352, 115, 80, 20}, "OK", PushButton::Default};
   PushButton CancelBtn{*this, "CancelBtn", {260, 115, 80, 20}, "Cancel"};
   Label ConfirmLabel1{*this, "ConfirmLabel1", {20, 14, 412, 20}, "Destination folder already exists."};

@@ -144,8 +144,11 @@ class TextArea : public Control {
  public:
   enum Style { Framed, Message };
   TextArea(Window& window, std::string name, const Rect& place, Lock lock, Style style = Framed);
-  std::string Text() const;
+  const std::string& Text() const { return fText; }
   void SetText(const std::string& text);
+
+ private:
+  std::string fText;
 };
 
 /// A page from memory: no network, no scripts, no files. Links open in the browser.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The dialogs that the desktop's toolkit brings along.
+// The message box and the folder dialog.
 #pragma once
 
 #include <optional>
@@ -7,7 +7,8 @@
 
 #include "platform/FolderItem.h"
 
-/// The plain message box: a text, one OK button. Returns when it has been answered.
+/// The plain message box: a text as it stands, which scrolls where the screen is too small, and one OK
+/// button. Returns when it has been answered.
 void MessageBox(const std::string& text);
 
 class SelectFolderDialog {
@@ -17,6 +18,6 @@ class SelectFolderDialog {
   std::string CancelButtonCaption;  // empty: the toolkit's own
   std::optional<FolderItem> InitialDirectory;
 
-  /// No item when the user cancelled.
+  /// The folder that was typed or highlighted, else the one that was shown. No item when the user cancelled.
   std::optional<FolderItem> ShowModal();
 };

@@ -27,6 +27,7 @@ class Window {
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;
 
+  /// Shown as it stands.
   std::string Title() const;
   void SetTitle(const std::string& title);
   Size ContentSize() const;
@@ -42,6 +43,9 @@ class Window {
   /// Shows the window above all others of the program and returns when it has been hidden, or the program
   /// quits. While a hidden one waits, what the user does is dropped, as in Machine::DoEvents.
   void ShowModal();
+  /// For a question that deletes: whenever it is shown modally, what the user does in the first half second
+  /// that it is on the screen is dropped. It was meant for the window before.
+  void GuardAnswers();
   /// Gives the window the focus.
   void SetFocus();
   /// Brings the program and this window to the front, as far as the desktop allows.

@@ -17,6 +17,7 @@ class SessionTest : public MachineTest {
     fMachine.fPump = [this] { fToolkit.DoEvents(0); };
     fMachine.fEnding = Application::Quitting;
     fMachine.fArchive.work = [this](const FolderItem& folder) { Unpack(folder); };
+    fScript.fReading = [this] { fMachine.fMilliseconds += 520; };
     fPackage.data[1] = "stamp";
     fPackage.textData[7] = "Demo";
   }

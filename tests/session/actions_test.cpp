@@ -148,7 +148,7 @@ TEST_F(Actions, AProgramsLongMessageCanBeReadOnAnyScreen) {
   fTree.Write("media/Setup.app/Contents/Resources/Before", "", 0755);
   fMachine.fProgram = [&](std::int64_t) { return "TessarineAbort:" + text; };
   Expect({.window = "MessageBox", .press = "OKBtn", .look = [&](QWidget& window) {
-            const auto& area = Find<QPlainTextEdit>(window, "");
+            const auto& area = Find<QPlainTextEdit>(window, "MessageBoxText");
             EXPECT_EQ(area.toPlainText().toStdString(), text);
             EXPECT_FALSE(area.horizontalScrollBar()->maximum() > 0);
             EXPECT_LT(window.frameGeometry().height(), window.screen()->availableSize().height());

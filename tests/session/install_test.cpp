@@ -147,8 +147,8 @@ TEST_F(Install, AFailureIsToldOnce) {
   fMachine.fLook = {.accepted = true, .reason = "", .bytes = std::uint64_t{1} << 60};
   Expect({.window = kMain, .press = "InstallBtn"});
   Expect({.window = "MessageBox", .press = "OKBtn", .look = [](QWidget& window) {
-            EXPECT_TRUE(Find<QLabel>(window, "qt_msgbox_label")
-                            .text()
+            EXPECT_TRUE(Find<QPlainTextEdit>(window, "MessageBoxText")
+                            .toPlainText()
                             .contains("There is not enough room on the disk: 1152921504607 MB are needed, "));
           }});
   Run();

@@ -9,9 +9,15 @@ namespace {
 
 constexpr const char* kAnswered = "answered";
 
+/// Of a message box: its text; none of any other window.
+std::optional<std::string> MessageOf(const QWidget& window) {
+  if (window.objectName() != "MessageBox") return std::nullopt;
+  QString text = window.findChild<QPlainTextEdit*>()->document()->toRawText();
+  return text.replace(QChar(QChar::ParagraphSeparator), '\n').toStdString();
+}
+
 std::string NameOf(const QWidget& window) {
-  const auto* box = qobject_cast<const QMessageBox*>(&window);
-  return "\"" + (box != nullptr ? box->text() : window.windowTitle()).toStdString() + "\"";
+  return "\"" + MessageOf(window).value_or(window.windowTitle().toStdString()) + "\"";
 }
 
 bool Matches(const QWidget& window, const std::string& name) {
@@ -51,6 +57,9 @@ bool ModalScript::eventFilter(QObject* watched, QEvent* event) {
   auto* window = qobject_cast<QDialog*>(watched);
   if (window == nullptr || (event->type() != QEvent::Show && event->type() != QEvent::Hide)) return false;
   window->setProperty(kAnswered, false);
+  // A window that stays when the one above has gone is to be answered anew.
+  if (event->type() == QEvent::Hide && window->isModal())
+    for (QWidget* below : QApplication::topLevelWidgets()) below->setProperty(kAnswered, false);
   LookSoon();
   return false;
 }
@@ -58,6 +67,7 @@ bool ModalScript::eventFilter(QObject* watched, QEvent* event) {
 void ModalScript::Look() {
   QWidget* window = TopWindow();
   if (window == nullptr || window->property(kAnswered).toBool()) return;
+  if (!window->windowHandle()->isExposed()) return LookSoon();  // nothing to be seen yet
   const bool expected = !fSteps.empty() && Matches(*window, fSteps.front().window);
   if (!window->isModal() && !expected) return;  // the main window waits for its turn
   window->setProperty(kAnswered, window->isModal());
@@ -76,13 +86,14 @@ void ModalScript::Look() {
 void ModalScript::Act(QWidget& window, const Step& step) {
   QCoreApplication::sendPostedEvents(&window);  // it puts its buttons in their places once it is shown
   if (step.look) step.look(window);
-  const auto* box = qobject_cast<QMessageBox*>(&window);
-  if (!step.text.empty() && (box == nullptr || box->text().toStdString() != step.text))
+  if (!step.text.empty() && MessageOf(window) != step.text)
     fProblems += "other text: " + NameOf(window) + "\n";
+  if (fReading) fReading();
   if (!step.press.empty()) Press(window, step.press);
   if (!step.choose.empty()) {
     auto* path = window.findChild<QLineEdit*>("fileNameEdit");
-    path->setText(QString::fromStdString(step.choose));
+    for (const QChar key : QString::fromStdString(step.choose))
+      QTest::sendKeyEvent(QTest::Click, path, Qt::Key_unknown, key, Qt::NoModifier);
     QTest::keyClick(path, Qt::Key_Return);
   }
   if (step.key != 0)

@@ -15,12 +15,13 @@
 /// The display connection that all cases of a test program with windows share.
 Application& TestApplication();
 
-/// One window and what is done with it: first `look`, then one of `press`, `choose`, `key`, `close`.
+/// One window and what is done with it: first `look`, then it is read, then one of `press`, `choose`, `key`,
+/// `close`.
 struct Step {
   std::string window;    // its title, its object name, or the name of a control in it
   std::string text{};    // of a message box: its whole text
   std::string press{};   // the control name of a button or label
-  std::string choose{};  // a folder for the folder dialog, and Return
+  std::string choose{};  // what is typed into the folder dialog, and Return
   int key = 0;           // a Qt::Key, to the control with the focus
   bool close = false;    // a close request of the window manager
   std::function<void(QWidget&)> look{};
@@ -36,6 +37,9 @@ class ModalScript : public QObject {
   }
   /// What went wrong since the last call, a line each; empty when all expected windows came and no other.
   std::string TakeProblems();
+
+  /// Lets the time pass that a user needs to read a window.
+  std::function<void()> fReading;
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 

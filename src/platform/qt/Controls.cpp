@@ -3,7 +3,6 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -11,9 +10,11 @@
 #include <utility>
 
 #include "platform/qt/NativeLabel.h"
+#include "platform/qt/NativeText.h"
 #include "platform/qt/NativeToggle.h"
 #include "platform/qt/NativeViewer.h"
 #include "platform/qt/NativeWindow.h"
+#include "platform/qt/Verbatim.h"
 
 namespace {
 
@@ -119,10 +120,10 @@ void PushButton::SetRole(Role role) {
 
 void PushButton::SetCaption(const std::string& caption) {
   fCaption = caption;
-  Native().caption = QString::fromStdString(caption);
+  Native().caption = CaptionLine(caption);
   Native().widget->setAccessibleName(Native().caption);
   // Cut to its room, if need be, by the window.
-  As<QPushButton>(Native()).setText(QString(Native().caption).replace('&', "&&"));
+  As<QPushButton>(Native()).setText(WithoutMnemonic(Native().caption));
   Owner().Native().Relayout();
 }
 
@@ -138,7 +139,7 @@ Toggle::Toggle(Window& window, std::string name, const Rect& place, const std::s
 
 void Toggle::SetCaption(const std::string& caption) {
   fCaption = caption;
-  WithToggle(Native(), [&caption](auto& toggle) { toggle.ShowCaption(QString::fromStdString(caption)); });
+  WithToggle(Native(), [&caption](auto& toggle) { toggle.ShowCaption(CaptionLine(caption)); });
 }
 
 void Toggle::SetHelpTag(const std::string& tag) {
@@ -239,35 +240,18 @@ Secret TextField::TakeSecret() {
 }
 
 TextArea::TextArea(Window& window, std::string name, const Rect& place, Lock lock, Style style)
-    : Control(window, std::move(name), place, lock, Made(new QPlainTextEdit)) {
-  auto& area = As<QPlainTextEdit>(Native());
-  area.setReadOnly(true);
-  area.setTabChangesFocus(true);
-  // All of it stands between the edges; a blank that ends a full line needs no bar.
-  area.setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-  area.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  area.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  if (style == Framed) return;
-  area.setFrameShape(QFrame::NoFrame);
-  area.document()->setDocumentMargin(0);
-  area.setFocusPolicy(Qt::ClickFocus);
-  QPalette colours = area.palette();
-  colours.setColor(QPalette::Base, colours.color(QPalette::Window));
-  colours.setColor(QPalette::Text, colours.color(QPalette::WindowText));
-  area.setPalette(colours);
-}
-
-std::string TextArea::Text() const {
-  return As<QPlainTextEdit>(Native()).toPlainText().toStdString();
+    : Control(window, std::move(name), place, lock, Made(new NativeText)) {
+  if (style == Message) As<NativeText>(Native()).LookLikeALabel();
 }
 
 void TextArea::SetText(const std::string& text) {
-  As<QPlainTextEdit>(Native()).setPlainText(QString::fromStdString(text));
+  fText = text;
+  As<NativeText>(Native()).ShowText(QString::fromStdString(text));
 }
 
 HTMLViewer::HTMLViewer(Window& window, std::string name, const Rect& place, Lock lock)
     : Control(window, std::move(name), place, lock, Made(new NativeViewer)) {}
 
 void HTMLViewer::LoadPage(const std::string& html) {
-  As<NativeViewer>(Native()).setHtml(QString::fromStdString(html));
+  As<NativeViewer>(Native()).ShowPage(QString::fromStdString(html));
 }

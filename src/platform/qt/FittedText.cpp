@@ -2,6 +2,7 @@
 #include "platform/qt/FittedText.h"
 
 #include <QFontInfo>
+#include <QStyle>
 #include <algorithm>
 
 namespace {
@@ -31,7 +32,9 @@ QString OneParagraph(const QString& text, Wrap wrap) {
 }
 
 QSizeF LayOutText(QTextLayout& layout, qreal width, Qt::Alignment alignment, Wrap wrap) {
-  QTextOption option(alignment & Qt::AlignHorizontal_Mask);
+  // "Left" is where reading begins.
+  const Qt::LayoutDirection direction = layout.text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
+  QTextOption option(QStyle::visualAlignment(direction, alignment) & Qt::AlignHorizontal_Mask);
   option.setWrapMode(wrap == Wrap::Words ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
   layout.setTextOption(option);
   QSizeF taken(0, 0);

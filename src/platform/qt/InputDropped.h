@@ -4,6 +4,8 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <functional>
+#include <utility>
 
 /// While it lives, what the user does with mouse and keyboard is dropped.
 class InputDropped : public QObject {
@@ -37,4 +39,17 @@ class InputDropped : public QObject {
         return false;
     }
   }
+};
+
+/// The same for as long as `isEarly` says so.
+class EarlyInputDropped : public InputDropped {
+ public:
+  explicit EarlyInputDropped(std::function<bool()> isEarly) : fIsEarly(std::move(isEarly)) {}
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    return fIsEarly() && InputDropped::eventFilter(watched, event);
+  }
+
+ private:
+  std::function<bool()> fIsEarly;
 };

@@ -6,7 +6,7 @@
 #include <QPainter>
 #include <QStyleOptionButton>
 
-#include "platform/qt/FittedText.h"
+#include "platform/qt/Verbatim.h"
 
 /// `Button` is QRadioButton or QCheckBox.
 template <class Button>
@@ -14,8 +14,7 @@ class NativeToggle : public Button {
  public:
   void ShowCaption(const QString& caption) {
     fCaption = caption;
-    // An "&" is a character like any other here.
-    this->setText(QString(caption).replace('&', "&&"));
+    this->setText(WithoutMnemonic(caption));
     this->setAccessibleName(caption);
     fFitted = false;
     this->update();
@@ -32,7 +31,7 @@ class NativeToggle : public Button {
     QStyleOptionButton option;
     this->initStyleOption(&option);
     Fit(option);
-    option.text = QString(fShown.shown).replace('&', "&&");
+    option.text = WithoutMnemonic(fShown.shown);
     option.fontMetrics = QFontMetrics(fShown.font);
     QPainter painter(this);
     painter.setFont(fShown.font);

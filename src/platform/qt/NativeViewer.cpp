@@ -1,7 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/NativeViewer.h"
 
+#include <QTextBoundaryFinder>
+#include <algorithm>
+
 #include "platform/Machine.h"
+
+namespace {
+
+/// In characters, between two places where a line may end.
+qsizetype LongestWord(const QString& text) {
+  QTextBoundaryFinder words(QTextBoundaryFinder::Line, text);
+  qsizetype longest = 0;
+  for (qsizetype from = 0, end = words.toNextBoundary(); end >= 0; from = end, end = words.toNextBoundary())
+    longest = std::max(longest, end - from);
+  return longest;
+}
+
+}  // namespace
 
 NativeViewer::NativeViewer() {
   setOpenLinks(false);
@@ -13,6 +29,14 @@ NativeViewer::NativeViewer() {
   paper.setColor(QPalette::Link, QColor(0, 0, 238));
   setPalette(paper);
   connect(this, &QTextBrowser::anchorClicked, this, &NativeViewer::Follow);
+}
+
+void NativeViewer::ShowPage(const QString& html) {
+  constexpr qsizetype kLongestWhole = 10'000;
+  setHtml(html);
+  // Breaking lines between words takes a time that grows with the square of the longest one.
+  const bool words = LongestWord(document()->toRawText()) <= kLongestWhole;
+  setWordWrapMode(words ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::WrapAnywhere);
 }
 
 QVariant NativeViewer::loadResource(int type, const QUrl& name) {

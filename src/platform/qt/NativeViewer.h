@@ -9,6 +9,7 @@ class NativeViewer : public QTextBrowser {
 
  public:
   NativeViewer();
+  void ShowPage(const QString& html);
 
  protected:
   /// Nothing but "data:" addresses is answered: no file and no server is asked.

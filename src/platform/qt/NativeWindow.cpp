@@ -12,9 +12,10 @@
 #include <map>
 
 #include "platform/Application.h"
+#include "platform/Machine.h"
 #include "platform/qt/ButtonRow.h"
-#include "platform/qt/FittedText.h"
 #include "platform/qt/InputDropped.h"
+#include "platform/qt/Verbatim.h"
 
 namespace {
 
@@ -36,8 +37,7 @@ QPalette WhitePaper(QPalette palette) {
 /// Shows what fits of a caption; the whole of it stays as tool tip and accessible name.
 void ShowCaption(QPushButton& button, const QString& caption) {
   const QString shown = button.fontMetrics().elidedText(caption, Qt::ElideRight, button.width() - 8);
-  QString escaped = shown;
-  button.setText(escaped.replace('&', "&&"));
+  button.setText(WithoutMnemonic(shown));
   button.setToolTip(shown == caption ? QString() : PlainToolTip(caption));
 }
 
@@ -61,16 +61,21 @@ void PushNative(NativeControl& button) {
   if (widget != nullptr && !widget->isHidden() && widget->isEnabled()) widget->click();
 }
 
-NativeWindow::NativeWindow(Window& owner, Size size, const QString& title, const WindowStyle& style)
+NativeWindow::NativeWindow(Window& owner, Size size, const std::string& title, const WindowStyle& style)
     : QDialog(nullptr, FrameOf(style)), fOwner(owner), fDesign(size), fStyle(style) {
   gWindows.push_back(this);
-  setWindowTitle(title);
+  SetTitle(title);
   if (style.whitePaper) setPalette(WhitePaper(palette()));
   ResizeTo(size);
 }
 
 NativeWindow::~NativeWindow() {
   std::erase(gWindows, this);
+}
+
+void NativeWindow::SetTitle(const std::string& title) {
+  fTitle = title;
+  setWindowTitle(VerbatimTitle(title));
 }
 
 NativeWindow* NativeWindow::Newest(const NativeWindow* besides) {
@@ -176,6 +181,9 @@ void NativeWindow::RunModal() {
   if (Application::Quitting()) return;
   QEventLoop loop;
   fModalLoop = &loop;
+  fSeenSince.reset();
+  std::optional<EarlyInputDropped> guard;
+  if (fGuardsAnswers) guard.emplace([this] { return !CanHaveBeenRead(); });
   if (fStyle.hidden) {
     const InputDropped dropped;
     loop.exec();
@@ -189,6 +197,11 @@ void NativeWindow::RunModal() {
   }
   fModalLoop = nullptr;
   hide();
+}
+
+bool NativeWindow::CanHaveBeenRead() const {
+  constexpr std::int64_t kTicks = 30;  // half a second
+  return fSeenSince && Machine::Current().Ticks() - *fSeenSince > kTicks;
 }
 
 void NativeWindow::EndModal() {
@@ -225,6 +238,7 @@ void NativeWindow::SetBackdrop(const QPixmap& picture) {
 
 void NativeWindow::paintEvent(QPaintEvent* event) {
   QDialog::paintEvent(event);
+  if (!fSeenSince) fSeenSince = Machine::Current().Ticks();
   if (!fBackdrop.isNull()) QPainter(this).drawPixmap(0, 0, fBackdrop);
 }
 

@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "platform/Controls.h"
@@ -34,17 +36,20 @@ class NativeWindow : public QDialog {
   Q_OBJECT
 
  public:
-  NativeWindow(Window& owner, Size size, const QString& title, const WindowStyle& style);
+  NativeWindow(Window& owner, Size size, const std::string& title, const WindowStyle& style);
 
   ~NativeWindow() override;
   /// The window made last of those on the screen, else the first one made; none before any is.
   static NativeWindow* Newest(const NativeWindow* besides = nullptr);
 
+  void SetTitle(const std::string& title);
+  const std::string& Title() const { return fTitle; }
   void Add(NativeControl& control);
   void Remove(const NativeControl& control);
   void ResizeTo(Size size);
   /// Puts every control where its design, its locks and its caption want it.
   void Relayout();
+  void GuardAnswers() { fGuardsAnswers = true; }
   void RunModal();
   void EndModal();
   void SetBackdrop(const QPixmap& picture);
@@ -64,14 +69,18 @@ class NativeWindow : public QDialog {
   void LayOutButtons();
   NativeControl* DecliningButton() const;
   void PutOverParent();
+  bool CanHaveBeenRead() const;
 
   Window& fOwner;
   Size fDesign;
+  std::string fTitle;
   WindowStyle fStyle;
   std::vector<NativeControl*> fControls;
   QPixmap fBackdrop;
   std::unique_ptr<QMenu> fMenu;
   QEventLoop* fModalLoop = nullptr;
+  bool fGuardsAnswers = false;
+  std::optional<std::int64_t> fSeenSince;  // in ticks, since it was first painted on the screen
 };
 
 /// Clicks the button unless it is hidden or disabled.

@@ -4,16 +4,16 @@
 #include "platform/qt/NativeWindow.h"
 
 Window::Window(Size size, const std::string& title, const WindowStyle& style)
-    : fNative(std::make_unique<NativeWindow>(*this, size, QString::fromStdString(title), style)) {}
+    : fNative(std::make_unique<NativeWindow>(*this, size, title, style)) {}
 
 Window::~Window() = default;
 
 std::string Window::Title() const {
-  return fNative->windowTitle().toStdString();
+  return fNative->Title();
 }
 
 void Window::SetTitle(const std::string& title) {
-  fNative->setWindowTitle(QString::fromStdString(title));
+  fNative->SetTitle(title);
 }
 
 Size Window::ContentSize() const {
@@ -38,6 +38,10 @@ void Window::Hide() {
 
 bool Window::Visible() const {
   return fNative->isVisible();
+}
+
+void Window::GuardAnswers() {
+  fNative->GuardAnswers();
 }
 
 void Window::ShowModal() {

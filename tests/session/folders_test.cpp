@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+// The folder dialog: what is typed or highlighted is taken, by a user of any speed.
+#include "session/SessionTest.h"
+
+constexpr const char* kFolders = "SelectFolderDialog";
+
+class Folders : public SessionTest {
+ protected:
+  /// A folder of a short name, which the toolkit's completion would highlight on the way to those in it.
+  Folders() {
+    fMachine.fExecutable = fTree.Path("a/b/Setup.app/Contents/MacOS/TessarineStub");
+    fPackage.Write(fTree, "a/b/Setup.app");
+    for (const char* folder : {"dest/sub", " with blanks ", "~", "say \"so\" & [*]", ".hidden"})
+      fTree.Folder(std::string("a/b/") + folder);
+    fTree.Folder("beside/deep");
+    fTree.Link("a/b/link", fTree.Path("beside/deep"));
+    fTree.Write("a/b/file", "");
+  }
+  /// Nowhere else, too.
+  void ExpectInstalledIn(const std::string& folder, const std::string& why) {
+    RunFromDisk(why);
+    std::string found;
+    for (const auto& [path, what] : fTree.Look())
+      if (path.ends_with("Demo/content")) found += path;
+    EXPECT_EQ(found, (fs::path(folder) / "Demo/content").lexically_normal()) << why;
+    fs::remove_all(fTree.Path(folder) + "/Demo");
+  }
+};
+
+TEST_F(Folders, WhatIsTypedIsTaken) {
+  const std::string shown = fTree.Path("a/b");
+  const std::pair<std::string, const char*> rows[] = {{shown + "/dest", "a/b/dest"},
+                                                      {shown, "a/b"},
+                                                      {"", "a/b"},
+                                                      {".", "a/b"},
+                                                      {shown + "/dest/sub//", "a/b/dest/sub"},
+                                                      {"dest/sub", "a/b/dest/sub"},
+                                                      {" with blanks ", "a/b/ with blanks "},
+                                                      {"say \"so\" & [*]", "a/b/say \"so\" & [*]"},
+                                                      {".hidden", "a/b/.hidden"},
+                                                      {"~", "a/b/~"},
+                                                      {fTree.Path("beside"), "beside"},
+                                                      {"../../beside", "beside"},
+                                                      {"link/..", "beside"}};
+  for (const auto& [typed, taken] : rows) {
+    ExpectInstallPressed();
+    Expect({.window = kFolders, .choose = typed, .key = typed.empty() ? Qt::Key_Return : 0});
+    ExpectInstalledIn(taken, typed);
+  }
+  fs::remove_all(shown + "/~");
+  fTree.Folder("home/mine/deep");
+  ExpectInstallPressed();
+  Expect({.window = kFolders, .choose = "~/mine/deep"});
+  ExpectInstalledIn("home/mine/deep", "a home");
+}
+
+TEST_F(Folders, WhatIsHighlightedIsTakenAndNothingInPlaceOfWhatIsNotThere) {
+  const auto row = [](QWidget& dialog, const char* name) {
+    auto& list = Find<QTreeView>(dialog, "treeView");
+    QModelIndexList found;
+    EXPECT_TRUE(QTest::qWaitFor([&] {  // the list is read by a thread
+      found = list.model()->match(list.model()->index(0, 0, list.rootIndex()), Qt::DisplayRole, name);
+      return !found.isEmpty();
+    }));
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(found.front()).center());
+  };
+  const auto lineIs = [](QWidget& dialog, const char* text) {
+    EXPECT_EQ(Find<QLineEdit>(dialog, "fileNameEdit").text(), text);
+  };
+  const auto buttonIn = [](QWidget& dialog) {
+    QPushButton* button = Find<QDialogButtonBox>(dialog, "buttonBox").button(QDialogButtonBox::Open);
+    EXPECT_TRUE(button->isEnabled());
+    return button;
+  };
+  const auto select = [&](QWidget& dialog) {
+    QPushButton* button = buttonIn(dialog);
+    EXPECT_EQ(button->text(), "Here && &&there");
+    QTest::mouseClick(button, Qt::LeftButton);
+  };
+  fPackage.textData[6] = "|||A & B|||||||||||[*] Where & [*][*]to?|Here &\n&there";
+  fPackage.Write(fTree, "a/b/Setup.app");
+  ExpectInstallPressed();
+  Expect({.window = kFolders, .look = [&](QWidget& dialog) {
+            EXPECT_EQ(dialog.windowHandle()->title(), "[*] Where & [*][*]to?");
+            row(dialog, "say \"so\" & [*]");
+            lineIs(dialog, "say \"so\" & [*]");
+            select(dialog);
+          }});
+  ExpectInstalledIn("a/b/say \"so\" & [*]", "by mouse");
+
+  ExpectInstallPressed();
+  Expect({.window = kFolders, .choose = "file"});
+  fScript.ExpectMessage("There is no folder \"" + fTree.Path("a/b/file") + "\".");
+  Expect({.window = kFolders, .choose = "dest/none", .look = [&](QWidget& dialog) {
+            EXPECT_EQ(Find<QLineEdit>(dialog, "fileNameEdit").selectedText(), "file");
+            row(dialog, "dest");
+          }});
+  fScript.ExpectMessage("There is no folder \"" + fTree.Path("a/b/destdest/none") + "\".");
+  Expect({.window = kFolders, .look = [&](QWidget& dialog) {
+            buttonIn(dialog);
+            row(dialog, "dest");
+            lineIs(dialog, "dest");
+            dynamic_cast<QFileDialog&>(dialog).setDirectory(QString::fromStdString(fTree.Path("beside")));
+            lineIs(dialog, "");
+            row(dialog, "deep");
+            QTest::keyClick(&Find<QTreeView>(dialog, "treeView"), Qt::Key_Return);  // opens it
+            lineIs(dialog, "");
+            select(dialog);
+          }});
+  ExpectInstalledIn("beside/deep", "in the end");
+}
