@@ -100,7 +100,8 @@ void TessarineStubWindow::Cleanup() {
   if (!ViewConst::FileExists(data3)) return;
   const std::string order = Order(fCleanup, bundle, fInstalled);
   const FolderItem doomed(order.substr(order.find('=') + 1));
-  if (!doomed.Parent().IsWriteable() || !doomed.CanBeDeleted()) {
+  if (!doomed.Parent().IsWriteable() || !doomed.CanBeDeleted() ||
+      !ViewConst::MayGoWithInstaller(doomed.NativePath())) {
     MessageBox("This can't be deleted: " + doomed.NativePath());
     return;
   }

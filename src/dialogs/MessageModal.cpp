@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "dialogs/MessageModal.h"
 
+#include "dialogs/MenuBar.h"
 #include "platform/Encoding.h"
 #include "util/GlobalsKv.h"
 
@@ -30,6 +31,7 @@ void SetLeft(PushButton& button, int left) {
 }  // namespace
 
 MessageModal::MessageModal() : Window({572, 243}, "Error Message") {
+  AttachMenuBar(*this, MenuBar1());
   Btn1.OnAction([this] { Btn1_Action(); });
   Btn2.OnAction([this] { Btn2_Action(); });
   Btn3.OnAction([this] { Btn3_Action(); });

@@ -4,7 +4,6 @@
 #include <memory>
 
 #include "dialogs/MessageModal.h"
-#include "package/PixelStrings.h"
 #include "util/GlobalsKv.h"
 #include "util/Strings.h"
 
@@ -80,15 +79,4 @@ bool ViewConst::YesNoDialog(int number, GlobalsKv::Question kind) {
   ModalScriptShow(dialog);
   MessageModalEndSize(dialog, text);
   return dialog.fBtnName == "Yes";
-}
-
-std::optional<Picture> PixelStringToPicture(std::int64_t width, std::int64_t height,
-                                            const std::string& pixels) {
-  if (pixels.empty()) return std::nullopt;
-  std::optional<Picture> picture = DecodePicture(width, height, pixels);
-  if (!picture) {
-    GlobalsKv::gConflictType = 39;
-    GlobalsKv::PoseConflictDialog();
-  }
-  return picture;
 }

@@ -2,11 +2,7 @@
 // Messages and questions through the sized dialog.
 #pragma once
 
-#include <cstdint>
-#include <optional>
 #include <string>
-
-#include "platform/Picture.h"
 
 namespace GlobalsKv {
 
@@ -29,12 +25,8 @@ void DropSharedMessage();
 
 namespace ViewConst {
 
-/// Asks a numbered message, or for 999 the text of gErrorString. True for yes.
+/// Asks a numbered message, or for 999 the text of gErrorString. True for yes. Neither this nor YesNoDlg is
+/// the window YesNoDialog, which asks about an existing folder.
 [[nodiscard]] bool YesNoDialog(int number, GlobalsKv::Question kind = GlobalsKv::Question::Harmless);
 
 }  // namespace ViewConst
-
-/// The picture of a pixel string; none for an empty one, and none after a message for one that can't be
-/// made into a picture of that size.
-std::optional<Picture> PixelStringToPicture(std::int64_t width, std::int64_t height,
-                                            const std::string& pixels);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The question before an existing target folder is deleted.
+// The question before an existing target folder is deleted. Other questions: YesNoDlg in Posing.h.
 #pragma once
 
 #include <string>

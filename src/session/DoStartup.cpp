@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // From the open event to a window that waits for the user.
-#include "dialogs/Posing.h"
+#include "dialogs/PixelPicture.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
 #include "session/TessarineStubWindow.h"

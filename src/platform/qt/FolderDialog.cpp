@@ -7,12 +7,14 @@
 #include <QDialogButtonBox>
 #include <QEvent>
 #include <QFileSystemModel>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
 
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
+#include "platform/qt/NativeKeyboard.h"
 
 FolderDialog::FolderDialog(QWidget* parent, const QString& title) : QFileDialog(parent, title) {
   setObjectName("SelectFolderDialog");
@@ -55,6 +57,10 @@ QString FolderDialog::Meant(const QString& typed) const {
     path = QString::fromStdString(Machine::Current().HomeFolder()) + typed.mid(1);
   // What ".." leads to behind a link only the file system knows.
   return path.split('/').contains("..") ? QFileInfo(path).canonicalFilePath() : QDir::cleanPath(path);
+}
+
+void FolderDialog::keyPressEvent(QKeyEvent* event) {
+  if (!QuitsBy(*event)) QFileDialog::keyPressEvent(event);
 }
 
 void FolderDialog::accept() {

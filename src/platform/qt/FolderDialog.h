@@ -18,6 +18,7 @@ class FolderDialog : public QFileDialog {
   /// An empty line stands for the folder that is shown. What leads to no folder is told, and the dialog
   /// stays.
   void accept() override;
+  void keyPressEvent(QKeyEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:

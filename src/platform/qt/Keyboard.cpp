@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 
+#include "platform/Application.h"
 #include "platform/qt/NativeKeyboard.h"
 
 namespace {
@@ -27,6 +28,12 @@ void FollowKeys(const QEvent& event) {
     default:
       break;
   }
+}
+
+bool QuitsBy(const QKeyEvent& event) {
+  const bool quits = event.key() == Qt::Key_Q && event.modifiers() == Qt::ControlModifier;
+  if (quits) Application::Quit(0);
+  return quits;
 }
 
 bool Keyboard::AsyncKeyDown(int keyCode) {

@@ -13,6 +13,7 @@
 #include <cmath>
 
 #include "platform/qt/FittedText.h"
+#include "platform/qt/NativeKeyboard.h"
 #include "platform/qt/NativeText.h"
 
 namespace {
@@ -71,6 +72,6 @@ MessageDialog::MessageDialog(QWidget* parent, const QString& title, const QStrin
 void MessageDialog::keyPressEvent(QKeyEvent* event) {
   if (event->matches(QKeySequence::Copy))
     QGuiApplication::clipboard()->setText(fText);
-  else
+  else if (!QuitsBy(*event))
     QDialog::keyPressEvent(event);
 }
