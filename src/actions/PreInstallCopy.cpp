@@ -17,7 +17,8 @@ void Save(const std::string& source, const std::string& destination) {
   if (DirectoryExists(destination) || FileExists(destination) || !FileExists(source)) return;
   const bool saved = DirectoryExists(source) ? ViewConst::CopyFolder(source, destination)
                                              : ViewConst::CopyFile(source, destination);
-  if (saved) return;
+  // An entry that names no place has never saved anything.
+  if (saved || !destination.starts_with('/')) return;
   ViewConst::Keep(source);
   ViewConst::DeleteItem(destination);
 }

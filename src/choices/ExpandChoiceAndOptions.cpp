@@ -69,7 +69,8 @@ void TessarineStubWindow::ExpandChoiceAndOptions(const std::string& choice, cons
   if (!choice.empty() && !InstallChoice(choice)) MessageBox("Install failed for selected choice");
   if (!options.empty()) {
     for (const ListItem& item : SelectedItems(ParseItems(fInstallOptions), options))
-      if (!InstallOption(item)) MessageBox("Install failed for option " + item.name);
+      if (!Application::Quitting() && !InstallOption(item))
+        MessageBox("Install failed for option " + item.name);
   }
   ShowReleaseNotes();
   if (!fCompletionURL.empty() && !Application::Quitting()) Machine::Current().ShowURL(fCompletionURL);

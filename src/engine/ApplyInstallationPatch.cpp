@@ -27,12 +27,12 @@ bool IsNoName(const std::string& name) {
 /// False when `folder` stays. Whoever is at work in it gets time first.
 bool RemovePatchFolder(const std::string& folder) {
   const std::int64_t end = Machine::Current().Ticks() + std::int64_t{ViewConst::kVanishLimit} * 60;
-  while (DirectoryExists(folder) && Machine::Current().Ticks() < end && !Machine::Current().Ending()) {
+  do {
     ViewConst::Sleep(2);
     ViewConst::AllUsersFullAccess(folder);
     ViewConst::DeleteFolderOrApp(folder);
     Machine::Current().Yield();
-  }
+  } while (DirectoryExists(folder) && Machine::Current().Ticks() < end && !Machine::Current().Ending());
   return !DirectoryExists(folder);
 }
 

@@ -56,6 +56,7 @@ void TessarineStubWindow::ExpandFolder() {
   const std::optional<Target> target = SettleTarget();
   if (!target || Application::Quitting()) return;
   if (fInstallationPatch && !PreparePatch()) return;
+  bool installed = false;
   // Without a Payload there is nothing to take the old installation's place.
   if (payload.path.empty() || FolderItem(payload.path).Length() == 0) {
     ShowInstallationFailed("The package holds no software.");
@@ -63,17 +64,17 @@ void TessarineStubWindow::ExpandFolder() {
     if (!MayTakeThePlace()) return;
     // A failure has been told; the publisher's actions follow all the same. Behind a success no archive of
     // that name is left; a folder is somebody else's.
-    if (InstallPayload(payload) && !DirectoryExists(target->archive)) ViewConst::DeleteFile(target->archive);
+    installed = InstallPayload(payload);
   }
   if (Application::Quitting()) return;
   if (fInstallationPatch) ApplyInstallationPatch();
   PostInstallCopy();
-  StartAfterProgram(afterProgram);
+  if (!Application::Quitting()) StartAfterProgram(afterProgram, installed ? target->archive : "");
 }
 
 /// One that lies in the package is launched a second time, to be heard.
-void TessarineStubWindow::StartAfterProgram(std::optional<FolderItem> program) {
-  ZipFileDelete("", program);
+void TessarineStubWindow::StartAfterProgram(std::optional<FolderItem> program, const std::string& archive) {
+  ZipFileDelete(archive, program);
   if (SpecialPath(fExecuteAfterName) && ViewConst::FileExists(fExecuteAfterName))
     program = GlobalsKv::MyGetFolderItem(fExecuteAfterName);
   if (!program) return;
@@ -99,7 +100,7 @@ std::optional<Target> TessarineStubWindow::SettleTarget() {
   if (parent.empty()) return std::nullopt;
   Target target = PlanTarget(parent, name);
   if (!IsSafeTarget(parent, fInstallationPatch ? target.folder + "Patch" : target.folder)) {
-    ShowInstallationFailed();
+    ShowInstallationFailed("Nothing can be installed to " + target.folder + ".");
     return std::nullopt;
   }
   fTargetFolder = target.folder;
@@ -139,11 +140,7 @@ bool TessarineStubWindow::MayReplaceTarget() {
 /// Asks for the place of an earlier installation. False when that must stay, or can't be deleted: nothing has
 /// been touched then.
 bool TessarineStubWindow::MayTakeThePlace() {
-  if (!DirectoryExists(fTargetFolder)) {
-    if (!ViewConst::FileExists(fTargetFolder) || FolderItem(fTargetFolder).Alias()) return true;
-    ShowInstallationFailed("A file stands in the place of the folder: " + fTargetFolder + ".");
-    return false;
-  }
+  if (!DirectoryExists(fTargetFolder)) return true;
   if (!MayReplaceTarget()) return false;
   if (FolderItem(fTargetFolder).CanBeDeleted()) return true;
   MessageBox("Install Aborted" + gLineBreak + gLineBreak +

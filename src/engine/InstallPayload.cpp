@@ -58,7 +58,7 @@ bool Suffices(const FolderItem::Room& room, const FolderItem::Room& needed) {
 }
 
 /// Runs that expand into one folder count on the same room. Where it's scarce, they take turns.
-std::optional<FolderLock> AwaitTurn(const FolderItem& folder, std::uint64_t needed) {
+std::optional<FolderLock> AwaitTurn(const FolderItem& folder, const FolderItem::Room& needed) {
   constexpr std::int64_t kMostTicks = 60 * 60;
   constexpr int kLook = 100;          // milliseconds
   constexpr std::uint64_t kMany = 3;  // runs at once
@@ -66,7 +66,9 @@ std::optional<FolderLock> AwaitTurn(const FolderItem& folder, std::uint64_t need
   const std::int64_t end = machine.Ticks() + kMostTicks;
   while (!machine.Ending()) {
     std::optional<FolderLock> lock = FolderLock::Share(folder);
-    if (lock && (folder.RoomLeft().bytes / kMany >= needed || lock->MakeExclusive())) return lock;
+    const FolderItem::Room left = folder.RoomLeft();
+    if (lock && (Suffices({left.bytes / kMany, left.items / kMany}, needed) || lock->MakeExclusive()))
+      return lock;
     if (machine.Ticks() >= end) break;
     machine.DoEvents(kLook);
   }
@@ -85,23 +87,37 @@ bool TessarineStubWindow::InstallPayload(const Payload& payload) {
 
 /// All that can be known is known before anything is touched.
 bool TessarineStubWindow::LookAndExpand(const Payload& payload, std::string& reason) {
-  const FolderItem folder = FolderItem(fTargetFolder).Parent();
-  ArchiveLook look{.accepted = true, .bytes = FolderItem(payload.path).Length()};
-  if (!payload.split) look = Machine::Current().LookAtArchive(FolderItem(payload.path), false);
+  const FolderItem target(fTargetFolder);
+  const FolderItem folder = target.Parent();
+  if (target.Exists() && !target.Directory() && !target.Alias()) {
+    reason = "A file stands in the place of the folder: " + fTargetFolder + ".";
+    return false;
+  }
+  FolderItem archive(payload.path);
+  std::optional<UnnamedFile> joined;
+  if (payload.split) {
+    joined = UnnamedFile::Make(folder);
+    if (!joined || !CombineSplitSetup(payload.path, joined->Item().NativePath())) {
+      reason = "The pieces can't be joined in " + folder.NativePath() + ".";
+      return false;
+    }
+    archive = joined->Item();
+  }
+  const ArchiveLook look = Machine::Current().LookAtArchive(archive, false);
   reason = look.reason;
-  if (!look.accepted) return false;
-  const std::optional<FolderLock> turn = AwaitTurn(folder, RoomFor(look).bytes);
+  if (!look.accepted || Application::Quitting()) return false;
+  const std::optional<FolderLock> turn = AwaitTurn(folder, RoomFor(look));
   if (!turn) {
     reason = "Another installation is at work in " + folder.NativePath() + ".";
     return false;
   }
-  if (Suffices(folder.RoomLeft(), RoomFor(look))) return ExpandBeside(payload, reason);
-  return MakeRoom(payload, look, reason) && ExpandBeside(payload, reason);
+  if (Suffices(folder.RoomLeft(), RoomFor(look))) return ExpandBeside(archive, reason);
+  return MakeRoom(archive, look, reason) && ExpandBeside(archive, reason);
 }
 
 /// The installation that is in the way goes first, but not for an archive that may be damaged, nor where that
 /// gives no room. From then on the run can't be ended any more.
-bool TessarineStubWindow::MakeRoom(const Payload& payload, const ArchiveLook& look, std::string& reason) {
+bool TessarineStubWindow::MakeRoom(const FolderItem& archive, const ArchiveLook& look, std::string& reason) {
   const FolderItem target(fTargetFolder);
   const FolderItem::Room left = target.Parent().RoomLeft();
   const FolderItem::Room taken = target.RoomTaken();
@@ -109,14 +125,13 @@ bool TessarineStubWindow::MakeRoom(const Payload& payload, const ArchiveLook& lo
   reason = needed.bytes > left.bytes
                ? TooLittle(needed.bytes, left.bytes)
                : "The disk can't hold so many files: " + std::to_string(needed.items) + ".";
-  if (payload.split || !target.Exists() ||
-      !Suffices({left.bytes + taken.bytes, left.items + taken.items}, needed))
+  if (!target.Exists() || !Suffices({left.bytes + taken.bytes, left.items + taken.items}, needed))
     return false;
   if (Machine::Current().IsOpenBelow(target)) {
     reason = "There is room for one only, and a program uses " + fTargetFolder + ".";
     return false;
   }
-  const ArchiveLook whole = Machine::Current().LookAtArchive(FolderItem(payload.path), true);
+  const ArchiveLook whole = Machine::Current().LookAtArchive(archive, true);
   reason = whole.reason;
   if (!whole.accepted || Application::Quitting()) return false;
   fOldIsGone = true;
@@ -125,22 +140,11 @@ bool TessarineStubWindow::MakeRoom(const Payload& payload, const ArchiveLook& lo
   return !target.Exists();
 }
 
-bool TessarineStubWindow::ExpandBeside(const Payload& payload, std::string& reason) {
-  const FolderItem target(fTargetFolder);
-  const std::optional<PrivateFolder> place = PrivateFolder::Make(target.Parent());
+bool TessarineStubWindow::ExpandBeside(const FolderItem& archive, std::string& reason) {
+  const std::optional<PrivateFolder> place = PrivateFolder::Make(FolderItem(fTargetFolder).Parent());
   if (!place) {
     reason = "No folder can be made beside " + fTargetFolder + ".";
     return false;
-  }
-  FolderItem archive(payload.path);
-  std::optional<UnnamedFile> joined;
-  if (payload.split) {
-    joined = UnnamedFile::Make(place->Item());
-    if (!joined || !CombineSplitSetup(payload.path, joined->Item().NativePath())) {
-      reason = "The pieces can't be joined in " + target.Parent().NativePath() + ".";
-      return false;
-    }
-    archive = joined->Item();
   }
   Machine::Current().ExpandPackage(archive, place->Item());
   if (!ZipFileProcess(archive.NativePath(), archive)) {

@@ -102,8 +102,7 @@ class Machine {
   /// Starts to expand an archive as a package stores it, scrambled, where it lies, into `folder`: an empty
   /// one of this run's own, which goes if that fails. See ExpansionOf.
   virtual void ExpandPackage(const FolderItem& archive, const FolderItem& folder) = 0;
-  /// The expansion that Launch or ExpandPackage started for this archive; none when its handler can't be
-  /// watched.
+  /// The expansion that ExpandPackage started for this archive; none when its handler can't be watched.
   virtual std::shared_ptr<Expansion> ExpansionOf(const FolderItem& archive) = 0;
 
   /// Judges an archive as a package stores it, scrambled, where it lies: its structure, or with `everyByte`

@@ -86,10 +86,12 @@ class TessarineStubWindow : public Window, public InstallerRecord {
   std::string SelectTargetFolder(const std::string& path, bool cancelGivesEmpty);
 
   // engine/ZipFileProcess.cpp
-  /// Waits for the launched archive's expansion, or as long as it should need where it can't be watched.
-  /// False only when the expansion was watched and has failed.
+  /// Waits for the archive's expansion, or as long as it should need where it can't be watched. False only
+  /// when the expansion was watched and has failed.
   bool ZipFileProcess(const std::string& path, const FolderItem& file);
-  /// Launches `file`, if any, and removes the archive at `path`.
+
+  // engine/ZipFileDelete.cpp
+  /// Launches `file`, if any, and removes what bears the archive's path, a folder excepted.
   void ZipFileDelete(const std::string& path, const std::optional<FolderItem>& file);
 
   // engine/CombineSplitSetup.cpp
@@ -152,7 +154,7 @@ class TessarineStubWindow : public Window, public InstallerRecord {
   bool PreparePatch();
   bool MayTakeThePlace();
   bool MayReplaceTarget();
-  void StartAfterProgram(std::optional<FolderItem> program);
+  void StartAfterProgram(std::optional<FolderItem> program, const std::string& archive);
   void ShowInstallationFailed(const std::string& reason = "");
 
   // engine/InstallPayload.cpp
@@ -160,8 +162,8 @@ class TessarineStubWindow : public Window, public InstallerRecord {
   /// done: what stood there still does, and nothing else is left. Or the user ended the run.
   bool InstallPayload(const Payload& payload);
   bool LookAndExpand(const Payload& payload, std::string& reason);
-  bool MakeRoom(const Payload& payload, const ArchiveLook& look, std::string& reason);
-  bool ExpandBeside(const Payload& payload, std::string& reason);
+  bool MakeRoom(const FolderItem& archive, const ArchiveLook& look, std::string& reason);
+  bool ExpandBeside(const FolderItem& archive, std::string& reason);
   bool TakePlace(const PrivateFolder& place, std::string& reason);
 
   // engine/CombineSplitSetup.cpp

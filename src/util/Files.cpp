@@ -5,6 +5,7 @@
 #include "platform/FolderItem.h"
 #include "platform/LiesIn.h"
 #include "platform/Machine.h"
+#include "platform/PrivateFolder.h"
 #include "util/Brake.h"
 #include "util/Debug.h"
 #include "util/GlobalsKv.h"
@@ -27,18 +28,25 @@ bool EatsItself(const FolderItem& source, const FolderItem& target) {
 /// Which copies count although they report an error.
 enum class Strictness { kAnyErrorCounts, kWholeLengthIsEnough };
 
+/// A whole tree takes its time: it is made where the next run finds what a killed one has left.
+bool CopyTreeIntoPlace(const FolderItem& source, const FolderItem& target) {
+  const std::optional<PrivateFolder> place = PrivateFolder::Make(target.Parent());
+  if (!place) return false;
+  const FolderItem fresh = place->Item().Child("copy");
+  return CopyFolder(source.NativePath(), fresh.NativePath()) &&
+         fresh.MoveFileTo(target) == FolderItem::Moved::Yes;
+}
+
 /// The whole copy stands beside its place before it takes it: what was there goes for the new one only.
 bool CopyIntoPlace(const FolderItem& source, const FolderItem& target, bool keepLink, Strictness strictness) {
+  if (source.Directory() && !(keepLink && source.Alias())) return CopyTreeIntoPlace(source, target);
   const FolderItem fresh = target.FreshSibling();
   bool copied = source.CopyFileTo(fresh, keepLink);
   if (!copied && strictness == Strictness::kWholeLengthIsEnough)
     copied = fresh.IsFile() && fresh.Length() == source.Length();
-  const bool folder = source.Directory() && !(keepLink && source.Alias());
-  if (copied && (!folder || CopyFolder(source.NativePath(), fresh.NativePath())) &&
-      fresh.MoveFileTo(target) == FolderItem::Moved::Yes)
-    return true;
+  if (copied && fresh.MoveFileTo(target) == FolderItem::Moved::Yes) return true;
   // What can't be deleted is hidden; that the copy failed is told.
-  if (fresh.Exists()) static_cast<void>(fresh.DeleteTree());
+  if (fresh.Exists()) static_cast<void>(fresh.Delete());
   return false;
 }
 
@@ -132,7 +140,8 @@ bool CopyFolder(const std::string& source, const std::string& target) {
   if (LiesIn(to->ResolvedPath(), from->ResolvedPath())) return false;
   // A link to a folder gives way: what is copied stays where its name says.
   if (to->Alias() && (!MayGo(target) || !to->Delete())) return false;
-  bool complete = to->Directory() || to->CreateAsFolder();
+  const bool stood = to->Directory();
+  bool complete = stood || to->CreateAsFolder();
   const std::string folder = MyAbsolutePath(to);
   const std::optional<std::vector<FolderItem>> children = from->List();
   if (!children) complete = false;
@@ -144,7 +153,7 @@ bool CopyFolder(const std::string& source, const std::string& target) {
       complete = false;
     }
   }
-  from->CopyAttributesTo(*to);
+  if (!stood) from->CopyAttributesTo(*to);
   return complete;
 }
 
@@ -191,7 +200,7 @@ void DataFileRead(const std::string& path, std::string& text) {
 
 void DataFileWrite(const std::string& path, const std::string& text) {
   const std::optional<FolderItem> item = MyGetFolderItem(path);
-  if (!item || !item->Parent().Directory()) return;
+  if (!item || !item->Parent().Directory() || !MayGo(path)) return;
   std::optional<BinaryStream> file = BinaryStream::Create(*item);
   // Callers can't be told; who reads the file sees what there is.
   if (file) static_cast<void>(file->Write(text));

@@ -29,7 +29,9 @@ TEST_F(Targets, NoNameLeadsOutOfTheChosenFolder) {
     fPackage.textData[7] = name;
     ExpectInstallPressed();
     if (name != "../victim") Expect({.window = "SelectFolderDialog", .choose = fTree.Path("chosen")});
-    fScript.ExpectMessage("Not there");
+    fScript.ExpectMessage(name == "../victim" ? "Not there"
+                                              : "Not there\n\nNothing can be installed to " +
+                                                    fTree.Path("chosen/" + name) + ".");
     RunInVain(name);
   }
   EXPECT_TRUE(fMachine.fLaunched.empty());
@@ -46,7 +48,8 @@ TEST_F(Targets, TheRunningInstallerIsNotDeletedByItself) {
     fPackage.textData[7] = name;
     ExpectInstallPressed();
     Expect({.window = "SelectFolderDialog", .choose = fTree.Path(parent)});
-    fScript.ExpectMessage("Installation Failed");
+    const std::string place = *parent == '\0' ? fTree.Path(name) : fTree.Path(parent) + "/" + name;
+    fScript.ExpectMessage("Installation Failed\n\nNothing can be installed to " + place + ".");
     RunInVain(name);
   }
 }

@@ -4,7 +4,6 @@
 
 #include <fcntl.h>
 #include <sched.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 

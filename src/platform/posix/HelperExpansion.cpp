@@ -61,7 +61,8 @@ void HelperExpansion::StopAll() {
 bool HelperExpansion::Running() {
   if (fProcess.id <= 0) return false;
   int status = 0;
-  const pid_t ended = ::waitpid(fProcess.id, &status, WNOHANG);
+  pid_t ended = ::waitpid(fProcess.id, &status, WNOHANG);
+  if (ended < 0 && errno == EINTR) ended = 0;
   Drain(fProcess.output, fPartialLine);
   Drain(fProcess.error, fComplaint);
   if (fComplaint.size() > kLongestComplaint) fComplaint.resize(kLongestComplaint);
@@ -69,7 +70,7 @@ bool HelperExpansion::Running() {
     TakeReport(fPartialLine.substr(0, end));
     fPartialLine.erase(0, end + 1);
   }
-  if (ended == 0 || (ended < 0 && errno == EINTR)) return true;
+  if (ended == 0) return true;
   fProcess.id = -1;
   fSucceeded = ended > 0 && WIFEXITED(status) && WEXITSTATUS(status) == 0;
   if (fSucceeded) fDone = 1;

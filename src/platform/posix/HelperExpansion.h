@@ -2,7 +2,6 @@
 // A run of the expansion helper, and the reports that it writes to its standard output.
 #pragma once
 
-#include <memory>
 #include <string>
 #include <vector>
 

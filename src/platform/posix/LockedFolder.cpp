@@ -42,7 +42,7 @@ LockedFolder LockedFolder::IfLeft(int parent, const std::string& name) {
   Descriptor folder(::openat(parent, name.c_str(), kFolderFlags));
   struct stat info {};
   if (!folder || ::fstat(folder.Get(), &info) != 0 || info.st_uid != ::geteuid() ||
-      (info.st_mode & (S_IRWXG | S_IRWXO)) != 0 || ::flock(folder.Get(), LOCK_EX | LOCK_NB) != 0)
+      ::flock(folder.Get(), LOCK_EX | LOCK_NB) != 0)
     return {};
   return {name, std::move(folder)};
 }

@@ -15,6 +15,7 @@ struct LockedFolder {
 
   /// A new one in the folder open as `parent`, under `prefix` and a number that can't be guessed.
   static LockedFolder Make(int parent, std::string_view prefix);
-  /// The one of that name, if this user made it and no run holds it any more.
+  /// The one of that name, if it is this user's and no run holds it any more. Not every file system keeps
+  /// modes.
   static LockedFolder IfLeft(int parent, const std::string& name);
 };

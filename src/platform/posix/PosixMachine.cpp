@@ -12,8 +12,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <climits>
+#include <cstring>
 
 #include "platform/LiesIn.h"
 #include "platform/posix/Descriptor.h"
@@ -30,6 +32,12 @@ std::string LinkText(const FolderItem& link) {
   const ssize_t length = ::readlink(link.NativePath().c_str(), text.data(), text.size());
   text.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
   return text;
+}
+
+constexpr const char* kStandardInput = "/dev/stdin";
+
+Descriptor OpenArchive(const FolderItem& archive) {
+  return Descriptor(::open(archive.NativePath().c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
 }
 
 /// In bytes, of a file that this process and its children write.
@@ -157,9 +165,9 @@ bool PosixMachine::Launch(const FolderItem& item) {
       fLaunched = StartDetached(plan.program, {});
       return *fLaunched > 0;
     case LaunchKind::kArchive:
-      fExpansions[item.NativePath()] = std::make_shared<HelperExpansion>(
-          Helper(), HelperWords({"--new"}, item.NativePath(), item.Parent().NativePath()));
-      return true;
+      fLaunched =
+          StartDetached(Helper(), {"-xk", "--new", "--", item.NativePath(), item.Parent().NativePath()});
+      return *fLaunched > 0;
     case LaunchKind::kDocument:
       fLaunched.reset();
       return OpenDocument(item);
@@ -181,16 +189,19 @@ std::shared_ptr<Expansion> PosixMachine::ExpansionOf(const FolderItem& archive) 
 
 void PosixMachine::ExpandPackage(const FolderItem& archive, const FolderItem& folder) {
   // By descriptors: neither names that others could take since, nor a name at all is needed.
-  const Descriptor bytes(::open(archive.NativePath().c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  const Descriptor bytes = OpenArchive(archive);
   const Descriptor parent(::open(folder.Parent().NativePath().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
   fExpansions[archive.NativePath()] = std::make_shared<HelperExpansion>(
-      Helper(), HelperWords({"--new", "--ours", "--scrambled"}, "/dev/stdin", folder.Name()), bytes.Get(),
+      Helper(), HelperWords({"--new", "--ours", "--scrambled"}, kStandardInput, folder.Name()), bytes.Get(),
       parent.Get());
 }
 
 ArchiveLook PosixMachine::LookAtArchive(const FolderItem& archive, bool everyByte) {
-  HelperExpansion look(Helper(), HelperWords({everyByte ? "--check" : "--plan", "--scrambled"},
-                                             archive.NativePath(), archive.Parent().NativePath()));
+  const Descriptor bytes = OpenArchive(archive);
+  if (!bytes) return {false, std::string("The package can't be read: ") + std::strerror(errno) + "."};
+  HelperExpansion look(Helper(),
+                       HelperWords({everyByte ? "--check" : "--plan", "--scrambled"}, kStandardInput, "/"),
+                       bytes.Get());
   while (look.Running())
     if (!GoOn()) look.Stop();
   if (look.Succeeded() && look.Largest() > LargestFileAllowed())

@@ -12,6 +12,7 @@
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/HelperExpansion.h"
 #include "platform/posix/LockedFolder.h"
+#include "platform/posix/Process.h"
 #include "platform/posix/TreeDelete.h"
 
 namespace {
@@ -54,6 +55,7 @@ PrivateFolder::Held::~Held() {
 }
 
 void PrivateFolder::Held::RemoveAll() {
+  EndWaitedFor();
   HelperExpansion::StopAll();
   for (Held* held : all) held->Remove();
 }

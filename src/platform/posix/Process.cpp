@@ -14,6 +14,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <utility>
 
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/WriteAll.h"
@@ -103,11 +104,6 @@ int ExitCode(int status) {
 
 pid_t gWaitedFor = 0;
 
-/// A toolkit that loses its display ends the process in the middle of a wait.
-void EndWaitedFor() {
-  if (gWaitedFor > 0) static_cast<void>(EndChild(gWaitedFor));
-}
-
 int WaitFor(pid_t id, const Wait& wait) {
   static const int registered = std::atexit(EndWaitedFor);
   static_cast<void>(registered);  // without it the command goes on by itself
@@ -136,6 +132,10 @@ pid_t StartDetached(const std::string& program, const std::vector<std::string>& 
   std::vector<std::string> words{program};
   words.insert(words.end(), arguments.begin(), arguments.end());
   return setup.Start("/bin/sh", words, environ);
+}
+
+void EndWaitedFor() {
+  if (gWaitedFor > 0) static_cast<void>(EndChild(std::exchange(gWaitedFor, 0)));
 }
 
 int EndChild(pid_t id) {

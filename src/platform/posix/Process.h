@@ -41,5 +41,8 @@ struct PipedProcess {
 PipedProcess StartPiped(const std::string& program, const std::vector<std::string>& arguments, int input = -1,
                         int folder = -1);
 
+/// Ends the command that is being waited for, if any: for a process that ends in the middle of that wait.
+void EndWaitedFor();
+
 /// Asks a child to end (SIGTERM), and makes it after five seconds. Returns once it's gone; its exit code.
 int EndChild(pid_t id);

@@ -61,6 +61,9 @@ Replaced Replace(const std::string& source, const std::string& target, const std
     static_cast<void>(DeleteTreeAt(source, tick));
     return Replaced::Yes;
   }
+  // A folder of an overlay's lower layer can't be moved at all; the new one stands whole beside it.
+  if (errno == EXDEV && DeleteTreeAt(target, tick))
+    return ::rename(source.c_str(), target.c_str()) == 0 ? Replaced::Yes : Replaced::No;
   const bool cannot = errno == EINVAL || errno == ENOSYS;
   return cannot && TakeTurns(source, target, tick) ? Replaced::Yes : Replaced::No;
 }
