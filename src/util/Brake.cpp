@@ -26,7 +26,7 @@ Kept& Current() {
   Machine& machine = Machine::Current();
   const std::string bundle = RunningBundle();
   if (kept && kept->home == machine.HomeFolder() && kept->bundle == bundle) return *kept;
-  kept.emplace(machine.HomeFolder(), bundle);
+  kept = Kept{machine.HomeFolder(), bundle};
   kept->folders.AddEverybodys();
   for (const std::string& folder : {kept->home, machine.DesktopFolder(), machine.TemporaryFolder()})
     kept->folders.Add(folder);
