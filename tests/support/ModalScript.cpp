@@ -75,10 +75,13 @@ void ModalScript::Look() {
 
 void ModalScript::Act(QWidget& window, const Step& step) {
   QCoreApplication::sendPostedEvents(&window);  // it puts its buttons in their places once it is shown
+  if (fNote) fNote("shows " + NameOf(window));
   if (step.look) step.look(window);
   const auto* box = qobject_cast<QMessageBox*>(&window);
   if (!step.text.empty() && (box == nullptr || box->text().toStdString() != step.text))
     fProblems += "other text: " + NameOf(window) + "\n";
+  if (box != nullptr && box->textFormat() != Qt::PlainText)
+    fProblems += "as markup: " + NameOf(window) + "\n";
   if (!step.press.empty()) Press(window, step.press);
   if (!step.choose.empty()) {
     auto* path = window.findChild<QLineEdit*>("fileNameEdit");

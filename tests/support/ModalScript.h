@@ -37,6 +37,9 @@ class ModalScript : public QObject {
   /// What went wrong since the last call, a line each; empty when all expected windows came and no other.
   std::string TakeProblems();
 
+  /// Hears of each window that is answered.
+  std::function<void(const std::string& name)> fNote;
+
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
