@@ -22,7 +22,7 @@ static std::string Numbers(const QRect& r) {
   return QString("%1 %2 %3 %4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height()).toStdString();
 }
 
-static std::string Describe(const QWidget& control) {
+static std::string DescribeControl(const QWidget& control) {
   std::string line = control.objectName().toStdString() + ": " + Numbers(control.geometry());
   const auto* label = qobject_cast<const QLabel*>(&control);
   const auto* button = qobject_cast<const QPushButton*>(&control);
@@ -41,33 +41,38 @@ static std::string Describe(const QWidget& control) {
 }
 
 /// The frame, a line for each control, and, where the user can resize it, how each follows.
+static Lines Describe(QWidget& window) {
+  EXPECT_FALSE(window.windowFlags() & (Qt::WindowCloseButtonHint | Qt::WindowMinMaxButtonsHint |
+                                       Qt::WindowFullscreenButtonHint | Qt::WindowSystemMenuHint));
+  const QSize size = window.size(), least = window.minimumSize();
+  const bool fixed = least == window.maximumSize();
+  Lines lines = {window.windowTitle().toStdString() + " " + Numbers(window.rect()) +
+                 (fixed ? "" : " from " + Numbers(QRect(QPoint(), least)))};
+  const QList<QWidget*> controls =
+      window.findChildren<QWidget*>(QRegularExpression("."), Qt::FindDirectChildrenOnly);
+  std::vector<QRect> before;
+  for (const QWidget* control : controls) {
+    before.push_back(control->geometry());
+    lines.push_back(DescribeControl(*control));
+  }
+  window.resize(size + QSize(100, 50));
+  EXPECT_EQ(window.size() == size, fixed);
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    const QRect then = controls[static_cast<int>(i)]->geometry();
+    if (then == before[i].adjusted(0, 0, 100, 50))
+      lines[i + 1] += ", grows";
+    else if (then == before[i].translated(100, 50))
+      lines[i + 1] += ", moves";
+    else
+      EXPECT_EQ(then, before[i]) << lines[i + 1];
+  }
+  window.resize(size);
+  return lines;
+}
 static Lines Describe(Window& window) {
   window.Show();
   QCoreApplication::sendPostedEvents();
-  QWidget& native = window.Native();
-  EXPECT_FALSE(native.windowFlags() & (Qt::WindowCloseButtonHint | Qt::WindowMinMaxButtonsHint |
-                                       Qt::WindowFullscreenButtonHint | Qt::WindowSystemMenuHint));
-  const QSize size = native.size(), least = native.minimumSize();
-  const bool fixed = least == native.maximumSize();
-  Lines lines = {window.Title() + " " + Numbers(QRect(QPoint(), size)) +
-                 (fixed ? "" : " from " + Numbers(QRect(QPoint(), least)))};
-  native.resize(size + QSize(100, 50));
-  EXPECT_EQ(native.size() == size, fixed);
-  const QList<QWidget*> controls = native.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
-  std::vector<QRect> after;
-  for (const QWidget* control : controls) after.push_back(control->geometry());
-  native.resize(size);
-  for (int i = 0; i < controls.size(); ++i) {
-    if (controls[i]->objectName().isEmpty()) continue;  // the menu
-    const QRect before = controls[i]->geometry(), then = after[static_cast<std::size_t>(i)];
-    lines.push_back(Describe(*controls[i]));
-    if (then == before.adjusted(0, 0, 100, 50))
-      lines.back() += ", grows";
-    else if (then == before.translated(100, 50))
-      lines.back() += ", moves";
-    else
-      EXPECT_EQ(then, before) << lines.back();
-  }
+  const Lines lines = Describe(window.Native());
   window.Hide();
   return lines;
 }
@@ -173,21 +178,16 @@ TEST_F(Designs, AMessageIsSizedByItsLengthAndItsQuestionAnsweredByKeys) {
       {std::string(601, 'x'), "572 443", "532 377", 380, 403}};
   ModalScript script;
   for (const auto& [text, size, area, left, top] : rows) {
+    const auto place = [top = std::to_string(top)](int x) {
+      return std::to_string(x) + " " + top + " 80 20";
+    };
+    const Lines sized = {
+        "Confirmation 0 0 " + std::string(size), "MessageText: 20 14 " + std::string(area) + " read-only",
+        "Btn1: " + place(left - 92) + " hidden \"Btn1\"", "Btn2: " + place(left) + " default \"Yes\"",
+        "Btn3: " + place(left + 92) + " \"No\""};
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
       script.Expect({.window = "MessageText", .key = key, .look = [&](QWidget& window) {
-                       const auto place = [&](int x) {
-                         return std::to_string(x) + " " + std::to_string(top) + " 80 20";
-                       };
-                       EXPECT_EQ(window.windowTitle().toStdString() + " " + Numbers(window.rect()),
-                                 std::string("Confirmation 0 0 ") + size);
-                       Lines lines = {"MessageText: 20 14 " + std::string(area) + " read-only"};
-                       lines.push_back("Btn2: " + place(left) + " default \"Yes\"");
-                       lines.push_back("Btn3: " + place(left + 92) + " \"No\"");
-                       Lines found;
-                       for (const char* name : {"MessageText", "Btn2", "Btn3"})
-                         found.push_back(Describe(*window.findChild<QWidget*>(name)));
-                       EXPECT_EQ(found, lines);
-                       EXPECT_FALSE(window.findChild<QWidget*>("Btn1")->isVisible());
+                       EXPECT_EQ(Describe(window), sized);
                        EXPECT_EQ(window.findChild<QPlainTextEdit*>()->toPlainText().toStdString(), text);
                      }});
       EXPECT_EQ(GlobalsKv::YesNoDlg(text), key == Qt::Key_Return) << text;

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstring>
 #include <fstream>
 
 #include "session/SessionTest.h"
@@ -20,6 +21,9 @@ class Cleanup : public SessionTest {
   std::string Line() const {
     return "HOME='" + fTree.Path("home") + "' '" + fTree.Path("temporary/" + fProgram) + "' 2>>'" +
            fTree.Path("temporary/said") + "'";
+  }
+  std::string Here(QString text) const {
+    return text.replace("@", QString::fromStdString(fTree.Path())).toStdString();
   }
   void LayOut() {
     for (const char* gone : {"media", "Applications/Demo", "temporary"}) fs::remove_all(fTree.Path(gone));
@@ -38,13 +42,10 @@ class Cleanup : public SessionTest {
 };
 
 TEST_F(Cleanup, EachModeTakesAwayWhatItNames) {
-  const std::string bundle = "Delete this Setup file when finished?",
-                    folder = "Delete folder containing Setup file when finished?";
+  const auto *bundle = "Delete this Setup file when finished?",
+             *folder = "Delete folder containing Setup file when finished?";
   const struct {
-    const char* mode;
-    std::string question;
-    const char* answer;
-    std::string order;
+    const char *mode, *question, *answer, *order;
     const char* installsInto = "";
   } rows[] = {
       {"1", "", "", "DeleteFile=@/media/Setup.app"},
@@ -65,13 +66,12 @@ TEST_F(Cleanup, EachModeTakesAwayWhatItNames) {
     ExpectInstallPressed();
     if (*row.installsInto != '\0')
       Expect({.window = "SelectFolderDialog", .choose = fTree.Path(row.installsInto)});
-    if (!row.question.empty())
+    if (*row.question != '\0')
       Expect({.window = "MessageText", .press = row.answer, .look = [&row](QWidget& window) {
-                EXPECT_EQ(Find<QPlainTextEdit>(window, "MessageText").toPlainText().toStdString(),
-                          row.question);
+                EXPECT_EQ(Find<QPlainTextEdit>(window, "MessageText").toPlainText(), row.question);
               }});
     Run();
-    if (row.order.empty()) {
+    if (*row.order == '\0') {
       EXPECT_TRUE(fTree.Look("temporary").empty() && fMachine.fLaunched.empty());
       continue;
     }
@@ -80,7 +80,7 @@ TEST_F(Cleanup, EachModeTakesAwayWhatItNames) {
         fTree.Read(fOrder),
         QString::fromStdString(row.order).replace("@", QString::fromStdString(fTree.Path())).toStdString());
     Contents expected = fTree.Look();
-    const std::string doomed = row.order.substr(row.order.find('@') + 2);
+    const std::string doomed = std::strchr(row.order, '@') + 2;
     std::erase_if(expected, [&](const auto& item) {
       return item.first == fOrder || (item.first + "/").starts_with(doomed + "/");
     });
@@ -145,7 +145,7 @@ TEST_F(Cleanup, TheProgramHasObjectionsOfItsOwn) {
   for (const auto& [order, reason] : rows) {
     if (std::string(order).ends_with("mixed") && !root) continue;  // one's own can always be removed
     fs::remove(fTree.Path("temporary/said"));
-    fTree.Write(fOrder, QString(order).replace("@", QString::fromStdString(fTree.Path())).toStdString());
+    fTree.Write(fOrder, Here(order));
     EXPECT_NE(std::system((user + Line()).c_str()), 0) << order;
     EXPECT_NE(fTree.Read("temporary/said").find(reason), std::string::npos) << fTree.Read("temporary/said");
     EXPECT_EQ(look(), before) << order;

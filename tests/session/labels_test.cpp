@@ -57,14 +57,11 @@ TEST_F(Labels, AllAreSeenWhereTheyBelong) {
     fToolkit.DoEvents(0);
   };
   for (const json& given : {byName, byNumber, list}) {
-    Pack(given, {{"message", "Hello"},
-                 {"info", "i"},
-                 {"preInstallNotes", "n"},
-                 {"agreement", "a"},
-                 {"postInstallNotes", "r"},
-                 {"promptToReplace", true},
-                 {"choices", {{{"name", "One"}, {"folder", "extra"}, {"target", "Sub"}}}},
-                 {"options", {{{"name", "Web"}, {"url", server.Address("/none")}, {"target", "Sub"}}}}});
+    json all = json::parse(R"({"message": "Hello", "info": "i", "preInstallNotes": "n", "agreement": "a",
+                               "postInstallNotes": "r", "promptToReplace": true, "choices":
+                               [{"name": "One", "folder": "extra", "target": "Sub"}]})");
+    all["options"] = {{{"name", "Web"}, {"url", server.Address("/none")}, {"target", "Sub"}}};
+    Pack(given, all);
     fTree.Write("chosen/Demo/old", "old");
     labels.clear();
     Expect27(

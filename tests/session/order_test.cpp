@@ -17,6 +17,7 @@ class Order : public SessionTest {
   }
   /// Whole seconds that have been waited, then what has come and gone outside the bundle, then `what`.
   void Note(std::string what) {
+    if (fMachine.fExecuting) return;
     const Contents stands = Standing();
     if (what.empty() && stands == fStood) return;
     if (const std::int64_t seconds = (fMachine.Ticks() - fAt) / 60; seconds > 0)

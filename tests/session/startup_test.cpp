@@ -56,15 +56,13 @@ static std::string Pixels(const QImage& seen, int x, int y, int count) {
   return pixels;
 }
 
-/// Is something drawn there that isn't `paper`, all of it between the margins of the place?
-static bool HasInk(const QImage& seen, const QRect& place, char paper) {
-  const auto plain = [&](int y) {
-    return Pixels(seen, place.x(), y, place.width()) ==
-           std::string(static_cast<std::size_t>(place.width()), paper);
-  };
-  int drawn = 0;
-  for (int y = place.top(); y <= place.bottom(); ++y) drawn += plain(y) ? 0 : 1;
-  return drawn > 2 && seen.rect().contains(place);
+static auto CountOf(char letter, const QImage& seen, const QRect& place) {
+  std::ptrdiff_t count = 0;
+  for (int y = place.top(); y <= place.bottom(); ++y) {
+    const std::string row = Pixels(seen, place.x(), y, place.width());
+    count += std::count(row.begin(), row.end(), letter);
+  }
+  return count;
 }
 
 TEST_F(Startup, AWindowWithoutDressIsWhitePaperAndCloses) {
@@ -72,7 +70,7 @@ TEST_F(Startup, AWindowWithoutDressIsWhitePaperAndCloses) {
             EXPECT_EQ(window.windowTitle(), "Install");
             EXPECT_EQ(Shown(window),
                       (Texts{{"InstallBtn", "Install"}, {"MessageLabel", ""}, {"QuitBtn", "Quit"}}));
-            EXPECT_EQ(Pixels(window.grab().toImage(), 0, 120, 396), std::string(396, 'w'));
+            EXPECT_EQ(CountOf('w', window.grab().toImage(), {0, 0, 396, 190}), 396 * 190);
             for (QAction* action : window.actions())
               if (action->objectName() == "FileQuit") action->trigger();
           }});
@@ -109,12 +107,9 @@ TEST_F(Startup, TheWindowIsDressedAsThePackageSays) {
             EXPECT_EQ(Pixels(seen, 19, 13, 6) + Pixels(seen, 19, 14, 6), "ggkrrggggggg");
             EXPECT_EQ(Pixels(seen, 311, 12, 5), "gbgrr") << "the logo";
             EXPECT_EQ(Pixels(seen, 374, 12, 3) + Pixels(seen, 312, 13, 3), "rrgggg") << "cut at its place";
-            EXPECT_TRUE(HasInk(seen, {96, 14, 204, 77}, 'g'));
-            EXPECT_TRUE(HasInk(seen, {20, 227, 356, 10}, 'w')) << "the copyright";
-            int blue = 0;
-            for (int y = 104; y < 124; ++y)
-              for (const char pixel : Pixels(seen, 150, y, 96)) blue += pixel == 'b' ? 1 : 0;
-            EXPECT_GT(blue, 40) << "the link, underlined in the middle";
+            EXPECT_LT(CountOf('g', seen, {96, 14, 204, 77}), 204 * 77) << "the message";
+            EXPECT_LT(CountOf('w', seen, {20, 227, 356, 10}), 356 * 10) << "the copyright";
+            EXPECT_GT(CountOf('b', seen, {150, 104, 96, 20}), 40) << "the link, underlined in the middle";
             const auto& message = Find<QLabel>(window, "MessageLabel");
             EXPECT_TRUE(message.alignment() & Qt::AlignHCenter);
             EXPECT_EQ(message.toolTip(), "");

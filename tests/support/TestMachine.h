@@ -46,6 +46,7 @@ class TestMachine : public PosixMachine {
   std::function<std::string(std::int64_t ticks)> fProgram;  // what a program has on the clipboard by then
   std::optional<std::int64_t> fProgramEnds;                 // in ticks
   std::function<void(const std::string& what)> fNote;       // hears of what the run asks of the machine
+  bool fExecuting = false;                                  // a real program is at work
 
   std::int64_t Ticks() override { return fMilliseconds * 60 / 1000; }
   void DoEvents(int milliseconds) override;
@@ -72,7 +73,12 @@ class TestMachine : public PosixMachine {
   }
   int Execute(const std::string& command) override {
     Note("runs " + command);
-    return PosixMachine::Execute(command);
+    const std::int64_t before = fMilliseconds;
+    fExecuting = true;
+    const int code = PosixMachine::Execute(command);
+    fExecuting = false;
+    fMilliseconds = before;  // a real program's time isn't the clock's
+    return code;
   }
   bool InstalledMemory(std::int64_t& megabytes) override;
   bool SystemVersion(std::int64_t& major, std::int64_t& minor) override;
