@@ -202,8 +202,7 @@ TEST_F(Designs, AMessageIsSizedByItsLengthAndItsQuestionAnsweredByKeys) {
   MessageModalStartSize(dialog, "two\nlines");
   EXPECT_EQ(dialog.Btn1.Place().left, 320) << "beside the third";
   script.Expect({.window = "Information Message", .key = Qt::Key_Return, .look = [](QWidget& window) {
-                   EXPECT_EQ(Describe(*window.findChild<QWidget*>("Btn3")),
-                             "Btn3: 472 203 80 20 default \"OK\"");
+                   EXPECT_EQ(Describe(window).back(), "Btn3: 472 203 80 20 default \"OK\"");
                    EXPECT_FALSE(window.findChild<QWidget*>("Btn2")->isVisible());
                  }});
   GlobalsKv::KvPoseInfoDialog("<b>read</b>");
