@@ -52,7 +52,7 @@ TEST(CleanupOrder, WhatIsMountedStaysWhereverItLies) {
   if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
       ::mount(tree.Path("elsewhere").c_str(), tree.Path("Setup/mounted").c_str(), nullptr, MS_BIND,
               nullptr) != 0)
-    GTEST_SKIP() << "no right to mount";
+    GTEST_SKIP() << "needs root: mounts";
   EXPECT_NE(ReasonToStay(tree.Path("Setup/mounted"), {}), "");
   EXPECT_NE(ReasonToStay(tree.Path("Setup"), {}), "");
   EXPECT_FALSE(DeleteTreeAt(tree.Path("Setup"), [] {}));

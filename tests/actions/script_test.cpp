@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: MIT
-// What the publisher's texts mean: the action script, specifiers, programs' answers, requirements, pixels.
+// What the publisher's texts mean: the action script, specifiers, programs' answers.
 #include <gtest/gtest.h>
 
 #include "actions/ActionScript.h"
 #include "actions/ExternalPrograms.h"
 #include "actions/ShellCommands.h"
 #include "actions/Specifiers.h"
-#include "dialogs/MessageModal.h"
-#include "package/PixelStrings.h"
-#include "session/Requirements.h"
-#include "util/GlobalsKv.h"
 
 using Kind = Action::Kind;
 
@@ -67,50 +63,4 @@ TEST(Programs, AnswersAndScriptFilesAreTakenApart) {
   EXPECT_EQ(ScriptLines("a\nb\r\nc\r\n"), (std::vector<std::string>{"a\nb", "c", ""}));
   EXPECT_EQ(ScriptLines("a\rb\nc"), (std::vector<std::string>{"a\rb", "c"}));
   EXPECT_EQ(ScriptLines("a\rb"), (std::vector<std::string>{"a", "b"}));
-}
-
-TEST(Requirements, AreMetAtTheirThreshold) {
-  const std::tuple<std::string, int, int, bool> rows[] = {
-      {"macos10.12", 10, 12, true}, {"MacOS10.12", 10, 11, false}, {"MacOS10.12", 12, 0, true},
-      {"MacOS10.12", 0, 0, true},   {"MacOS11.1", 0, 0, false},    {"MacOS11.1", 11, 0, false},
-      {"MacOS11.1", 12, 0, true},   {"MacOS12.0", 1, 0, true}};
-  for (const auto& [keyword, major, minor, met] : rows)
-    EXPECT_EQ(VersionComplaint(keyword, major, minor),
-              met ? "" : "Mac OS X " + keyword.substr(5) + " or later is required.")
-        << keyword << major;
-  EXPECT_EQ(MemoryComplaint("1gb", 1000), "");
-  EXPECT_EQ(MemoryComplaint("1GB", 999), "1 GB RAM is required.");
-  EXPECT_EQ(MemoryComplaint("3GB", 1), "");
-}
-
-TEST(Pixels, AreDecodedInOnePassAndRefusedWhenDamaged) {
-  const char* const rows[][2] = {
-      {"ABC", "ABC"}, {"A[3]B[2]", "AAABB"}, {"XA[3]YB[2]Z", "XAAAYBBZ"}, {"A[0]", ""}, {"A[]", ""}};
-  for (const auto& row : rows) {
-    std::string pixels = row[0];
-    EXPECT_TRUE(PixelStringExpand(pixels));
-    EXPECT_EQ(pixels, row[1]);
-  }
-  for (const char* damaged : {"[3]", "A[3", "A[3][2]", "A[50000001]", "A[30000000]B[30000000]"}) {
-    std::string pixels = damaged;
-    EXPECT_FALSE(PixelStringExpand(pixels)) << damaged;
-    EXPECT_EQ(pixels, damaged);
-    EXPECT_FALSE(DecodePicture(1, 1, damaged)) << damaged;
-  }
-  const auto picture = DecodePicture(2, 1, "1F[3]2[3]A0[2]30");
-  ASSERT_TRUE(picture);
-  EXPECT_EQ(picture->pixels, (std::vector<std::uint8_t>{0x1F, 0xFF, 0x22, 0x2A, 0x00, 0x30}))
-      << "odd runs begin and end inside a byte";
-  for (const auto& [width, height] : {std::pair{1, 1}, {2, 2}, {0, 1}, {-2, -1}, {1 << 30, 1 << 30}})
-    EXPECT_FALSE(DecodePicture(width, height, "1F[3]2[3]A0[2]30")) << width;
-}
-
-TEST(Messages, AreSizedByTheirLength) {
-  GlobalsKv::KvAppInit();
-  const std::pair<unsigned, Size> rows[] = {{39, {-250, -150}}, {40, {-60, -50}}, {199, {-60, -50}},
-                                            {200, {0, 0}},      {400, {0, 0}},    {401, {0, 100}},
-                                            {600, {0, 100}},    {601, {0, 200}}};
-  for (const auto& [length, step] : rows)
-    EXPECT_EQ(MessageSizeStep(std::string(length - 1U, 'x') + "\u00E9"), step) << length;
-  EXPECT_EQ(MessageSizeStep("two\nlines"), (Size{-60, -50}));
 }

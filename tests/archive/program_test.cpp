@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The helper as a program: its arguments, its progress, its end at a bad moment.
 #include <gtest/gtest.h>
+#include <linux/landlock.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <cctype>
 #include <sstream>
 
 #include "archive/Sandbox.h"
@@ -170,12 +175,24 @@ TEST_F(Program, LeavesAllAsItWasWhenACallFails) {
     const char* call;
     int last;  // how many of them are made to fail, one after the other
     const char* options = "--no-sync";
-  } rows[] = {{"pread64:error=EIO", 6},    {"openat:error=EMFILE", 14},   {"mkdirat:error=ENOSPC", 3},
-              {"write:error=ENOSPC", 3},   {"write:error=EINTR", 3},      {"utimensat:error=EIO", 6},
-              {"symlinkat:error=EIO", 1},  {"renameat2:error=EACCES", 6}, {"close:error=EIO", 12},
-              {"clone3:error=EAGAIN", 4},  {"newfstatat:error=EIO", 9},   {"fstatfs:error=EIO", 2},
-              {"syncfs:error=EIO", 1, ""}, {"fcntl:error=EMFILE", 6, ""}, {"getdents64:error=EIO", 2}};
+    const char* told = "";  // of one of them
+  } rows[] = {{"pread64:error=EIO", 6},
+              {"openat:error=EMFILE", 14},
+              {"mkdirat:error=ENOSPC", 3},
+              {"write:error=ENOSPC", 3},
+              {"write:error=EINTR", 3},
+              {"utimensat:error=EIO", 6},
+              {"symlinkat:error=EIO", 1},
+              {"renameat2:error=EACCES", 6},
+              {"close:error=EIO", 40, "--no-sync", "could not write"},
+              {"clone3:error=EAGAIN", 4},
+              {"newfstatat:error=EIO", 9},
+              {"fstatfs:error=EIO", 2},
+              {"syncfs:error=EIO", 1, "", "flush"},
+              {"fcntl:error=EMFILE", 6, ""},
+              {"getdents64:error=EIO", 2}};
   for (const auto& row : rows) {
+    std::string told;
     for (int i = 1; i <= row.last; ++i) {
       SCOPED_TRACE(row.call + std::string(" ") + std::to_string(i));
       fs::remove_all(Target());
@@ -189,8 +206,38 @@ TEST_F(Program, LeavesAllAsItWasWhenACallFails) {
       }
       EXPECT_TRUE(outcome.status == 1 || outcome.status == 127) << outcome.status;  // 127: the loader's calls
       EXPECT_EQ(Look("target"), before) << outcome.err;
+      told += outcome.err;
     }
+    EXPECT_NE(told.find(row.told), std::string::npos) << row.call << told;
   }
+}
+
+TEST_F(Program, ShutsItselfInBeforeItReadsAndFlushesBeforeItPublishes) {
+  if (!CanInject()) GTEST_SKIP() << "calls can't be seen without strace";
+  Write("a.zip", ZipOf({File("t/a"), File("b")}));
+  const std::string calls = "prctl,landlock_restrict_self,mkdirat,/clone,syncfs,renameat2 ";
+  ASSERT_EQ(RunShell("strace -f -o " + Path("calls") + " -e trace=" + calls + Ditto("")).status, 0);
+  // What was done, in the order of all: a letter each, a capital one where the main thread did it.
+  const std::pair<const char*, char> letters[] = {
+      {"NO_NEW_PRIVS", 'n'}, {"SET_SECCOMP", 's'}, {"clone", 'c'},    {"restrict_self", 'w'},
+      {".ditto-", 'd'},      {"syncfs", 'f'},      {"renameat2", 'r'}};
+  std::istringstream lines(Read("calls"));
+  std::string done, main, thread;
+  for (std::string line; lines >> thread && std::getline(lines, line);) {
+    if (main.empty()) main = thread;
+    for (const auto& [call, letter] : letters)
+      if (line.find(call) != line.npos && line.find("unfinished") == line.npos &&
+          line.find("= -1") == line.npos)
+        done += static_cast<char>(thread == main ? std::toupper(letter) : letter);
+  }
+  const bool walls = syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION) >= 2;
+  EXPECT_TRUE(done.starts_with(walls ? "NSCwWDC" : "NSCDC"))
+      << done << ": the filter and the wall come first";
+  EXPECT_GE(std::count_if(done.begin(), done.end(), [](char c) { return c == 'w' || c == 'W'; }),
+            walls ? std::count(done.begin(), done.end(), 'C') : 0)
+      << done;
+  const bool flushes = RunShell("stat -f -c %T " + Target()).out != "tmpfs\n";
+  EXPECT_TRUE(done.ends_with(flushes ? "fRR" : "RR")) << done << ": flushed, then put into place";
 }
 
 TEST_F(Program, ReportsLimitsAndAFullDisk) {
@@ -210,8 +257,22 @@ TEST_F(Program, ReportsLimitsAndAFullDisk) {
   }
 #endif
 
+  for (const Item& item : {File("last", std::string(1500, 'x')), Packed("last", std::string(1500, 'x'))}) {
+    Write("a.zip", ZipOf({item}));
+    outcome = RunShell("ulimit -f 1; " + run);
+    EXPECT_EQ(outcome.status, 1) << "a part of the last bytes was written";
+    EXPECT_TRUE(Empty());
+  }
+  Write("a.zip", MuchWork());
+  {
+    const SmallDisk few(Folder("target"), 100 << 10, 100);
+    if (!few.Mounted()) GTEST_SKIP() << "needs root: mounts";
+    outcome = RunShell(run);
+    EXPECT_NE(outcome.err.find("can't hold so many files"), std::string::npos) << outcome.err;
+    EXPECT_TRUE(Empty());
+  }
   const SmallDisk disk(Folder("target"), 4 << 10);
-  if (!disk.Mounted()) GTEST_SKIP() << "may not mount";
+  if (!disk.Mounted()) GTEST_SKIP() << "needs root: mounts";
   outcome = RunShell(run);
   EXPECT_EQ(outcome.status, 1);
   EXPECT_NE(outcome.err.find("enough room"), std::string::npos) << outcome.err;

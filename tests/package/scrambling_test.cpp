@@ -47,7 +47,7 @@ TEST_F(Scrambling, OtherFilesKeepTheirBytes) {
 
 TEST_F(Scrambling, AFullDiskLosesNothing) {
   const SmallDisk disk(fTree.Folder("disk"), 512);
-  if (!disk.Mounted()) GTEST_SKIP() << "no right to mount";
+  if (!disk.Mounted()) GTEST_SKIP() << "needs root: mounts";
   const std::string bytes(400'000, 'A');
   fTree.Write("disk/file", bytes);
   fs::permissions(fTree.Path("disk/file"), fs::perms(0640));

@@ -107,7 +107,7 @@ TEST_F(Failures, ANameThatOnlyLooksAnotherTakesThePlaceOfTheOldOne) {
 TEST_F(Failures, WithRoomForOneOnlyTheOldOneGoesForASoundArchive) {
   fPackage.data[2] = "";
   const SmallDisk disk(fTree.Folder("disk"), 320);
-  if (!disk.Mounted()) GTEST_SKIP() << "no right to mount";
+  if (!disk.Mounted()) GTEST_SKIP() << "needs root: mounts";
   fTree.Write("disk/Demo/old", std::string(200'000, 'o'));
   const Contents stood = fTree.Look("disk");
   const auto install = [this](const std::string& message) {

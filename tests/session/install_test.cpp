@@ -19,6 +19,7 @@ TEST_F(Install, IntoTheApplicationsFolderWhateverTheUserDoesMeanwhile) {
   IntoApplications();
   fPackage.data[3] = "After";
   fPackage.payload = "archive\xFF bytes";
+  fPackage.textData[6] = "|Abbrechen und beenden|Jetzt installieren";
   fPackage.textData[5] = "info";
   fTree.Write("media/Setup.app/Contents/Resources/After", "", 0755);
   fTree.Write("Applications/Demo.zip", "left by a run that was cut short");
@@ -27,7 +28,10 @@ TEST_F(Install, IntoTheApplicationsFolderWhateverTheUserDoesMeanwhile) {
   fMachine.fPump = [&] {
     QWidget& window = MainWindow();
     const auto& bar = Find<QProgressBar>(window, "ProgressBar1");
-    if (bar.isVisible()) shown.push_back(100 * bar.value() / bar.maximum());
+    if (bar.isVisible()) {
+      shown.push_back(100 * bar.value() / bar.maximum());
+      EXPECT_LT(bar.geometry().right(), Find<QWidget>(window, "QuitBtn").x());
+    }
     const Texts texts = Shown(window);
     EXPECT_EQ(texts.at("MessageLabel"), "Install in Progress...");
     EXPECT_FALSE(texts.contains("InfoBtn"));
@@ -57,16 +61,12 @@ TEST_F(Install, IntoTheApplicationsFolderWhateverTheUserDoesMeanwhile) {
 
 TEST_F(Install, IntoTheFolderThatTheUserPicksPastWhatIsPlantedThere) {
   fPackage.textData[1] = "\xEF\xBB\xBF";  // no agreement
-  fPackage.textData[6] = "|||No thanks|||||||||||Where to?|Here";
   const std::string chosen = "home/caf\u00E9 it's";
   fTree.Write("outside/kept", "kept");
   fTree.Link(chosen + "/Demo", fTree.Path("outside"));
   fTree.Link(chosen + "/Demo.zip", fTree.Path("outside/kept"));
   const auto look = [this](QWidget& dialog) {
-    EXPECT_EQ(dialog.windowTitle(), "Where to?");
-    const auto& files = dynamic_cast<QFileDialog&>(dialog);
-    EXPECT_EQ(files.labelText(QFileDialog::Accept) + files.labelText(QFileDialog::Reject), "HereNo thanks");
-    EXPECT_EQ(files.directory().path().toStdString(), fTree.Path("media"));
+    EXPECT_EQ(dynamic_cast<QFileDialog&>(dialog).directory().path().toStdString(), fTree.Path("media"));
   };
   ExpectInstallPressed();
   Expect({.window = "SelectFolderDialog", .choose = fTree.Path(chosen), .look = look});
@@ -77,19 +77,11 @@ TEST_F(Install, IntoTheFolderThatTheUserPicksPastWhatIsPlantedThere) {
 }
 
 TEST_F(Install, OverAnEarlierInstallationAsTheUserAnswers) {
-  const auto look = [this](QWidget& window) {
-    EXPECT_EQ(Shown(window), (Texts{{"CancelBtn", "Keep"},
-                                    {"OKBtn", "Yes, do"},
-                                    {"ConfirmLabel1", "It is there."},
-                                    {"ConfirmLabel2", "Delete it?"},
-                                    {"ConfirmLabel3", fTree.Path("Applications/Demo")}}));
-  };
   const std::pair<Step, bool> rows[] = {{{.window = ""}, true},
-                                        {{.window = "Sure?", .press = "OKBtn", .look = look}, true},
-                                        {{.window = "Sure?", .press = "CancelBtn"}, false},
-                                        {{.window = "Sure?", .close = true}, false}};
+                                        {{.window = "Confirmation", .press = "OKBtn"}, true},
+                                        {{.window = "Confirmation", .press = "CancelBtn"}, false},
+                                        {{.window = "Confirmation", .close = true}, false}};
   IntoApplications();
-  fPackage.textData[6] = "|||Keep|Yes, do||||||Sure?|It is there.|Delete it?";
   for (const auto& [answer, replaced] : rows) {
     fTree.Write("Applications/Demo/old", "old", 0444);
     fPackage.data[7] = answer.window.empty() ? "" : "1";
@@ -104,7 +96,7 @@ TEST_F(Install, AFolderThatCannotBeDeletedStopsTheRunAndOtherDisksInItStay) {
   IntoApplications();
   fTree.Write("Applications/Demo/old", "old");
   const SmallDisk disk(fTree.Folder("Applications/Demo/disk"), 64);
-  if (!disk.Mounted()) GTEST_SKIP() << "no right to mount";
+  if (!disk.Mounted()) GTEST_SKIP() << "needs root: mounts";
   fTree.Write("Applications/Demo/disk/folder/kept", "kept");
   ExpectInstallPressed();
   fScript.ExpectMessage(

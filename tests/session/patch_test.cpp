@@ -147,7 +147,7 @@ TEST_F(Patches, AFolderThatStaysIsToldInTheEnd) {
   ExpectInstallPressed();
   fScript.ExpectMessage("Unable to delete the patch folder.\n\n" + fTree.Path("Applications/DemoPatch"));
   RunPatch();
-  if (!disk || !disk->Mounted()) GTEST_SKIP() << "no right to mount";
+  if (!disk || !disk->Mounted()) GTEST_SKIP() << "needs root: mounts";
   EXPECT_EQ(fTree.Read("Applications/Demo/new"), "new");
   EXPECT_TRUE(fTree.Has("Applications/DemoPatch/disk"));
   EXPECT_GE(fMachine.Ticks(), 30 * 60);

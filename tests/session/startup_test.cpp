@@ -34,37 +34,85 @@ TEST_F(Startup, WhatStandsInThePlaceOfTheApplicationsIsTold) {
   }
 }
 
-TEST_F(Startup, TheWindowShowsWhatThePackageSetsAndCloses) {
-  Expect({.window = kMain, .press = "QuitBtn", .look = [](QWidget& window) {
+/// A picture as the record holds it, of pixels by their letters: red, green, blue, black, white.
+static std::string PictureField(int width, int height, const std::function<char(int x, int y)>& pixel) {
+  const std::map<char, std::string> colours = {
+      {'r', "FF0000"}, {'g', "00FF00"}, {'b', "0000FF"}, {'k', "000000"}, {'w', "FFFFFF"}};
+  std::string digits;
+  for (int y = 0; y < height; ++y)
+    for (int x = 0; x < width; ++x) digits += colours.at(pixel(x, y));
+  return digits + "," + std::to_string(width) + "," + std::to_string(height);
+}
+
+/// A stretch of what the user sees, in the same letters.
+static std::string Pixels(const QImage& seen, int x, int y, int count) {
+  const std::map<QRgb, char> letters = {
+      {0xFFFF0000, 'r'}, {0xFF00FF00, 'g'}, {0xFF0000FF, 'b'}, {0xFF000000, 'k'}, {0xFFFFFFFF, 'w'}};
+  std::string pixels;
+  for (int i = 0; i < count; ++i) {
+    const auto letter = letters.find(seen.pixel(x + i, y));
+    pixels += letter == letters.end() ? '?' : letter->second;
+  }
+  return pixels;
+}
+
+static auto CountOf(char letter, const QImage& seen, const QRect& place) {
+  std::ptrdiff_t count = 0;
+  for (int y = place.top(); y <= place.bottom(); ++y) {
+    const std::string row = Pixels(seen, place.x(), y, place.width());
+    count += std::count(row.begin(), row.end(), letter);
+  }
+  return count;
+}
+
+TEST_F(Startup, AWindowWithoutDressIsWhitePaperAndCloses) {
+  Expect({.window = kMain, .look = [](QWidget& window) {
             EXPECT_EQ(window.windowTitle(), "Install");
-            EXPECT_EQ(window.size(), QSize(396, 238));
-            EXPECT_EQ(window.minimumSize(), window.maximumSize());
             EXPECT_EQ(Shown(window),
                       (Texts{{"InstallBtn", "Install"}, {"MessageLabel", ""}, {"QuitBtn", "Quit"}}));
-            EXPECT_TRUE(Find<QLabel>(window, "MessageLabel").alignment() & Qt::AlignLeft);
-          }});
-  RunInVain();
-  Expect({.window = kMain, .look = [](QWidget& window) {
+            EXPECT_EQ(CountOf('w', window.grab().toImage(), {0, 0, 396, 190}), 396 * 190);
             for (QAction* action : window.actions())
               if (action->objectName() == "FileQuit") action->trigger();
           }});
+  fTree.Write("Applications/X.txt", "somebody's own");
   RunInVain();
+  Expect({.window = kMain, .close = true});
+  RunInVain();
+}
+
+TEST_F(Startup, TheWindowIsDressedAsThePackageSays) {
+  fPackage.data[4] = PictureField(66, 1, [](int x, int) { return x == 0 ? 'b' : x == 1 ? 'w' : 'r'; });
+  fPackage.data[6] = PictureField(4, 2, [](int x, int y) { return (y == 0 ? "rgbw" : "wkrr")[x]; });
+  fPackage.data[9] = PictureField(396, 200, [](int x, int y) { return y != 0 || x > 2 ? 'g' : "rbw"[x]; });
   fPackage.data[11] = "1";
-  const char* const kInformation = "Weitere Informationen zum Programm";
-  const std::string labels = "| |Go & do||||" + std::string(kInformation);
-  fPackage.textData = {
-      {2, "<b>Hi</b> & caf\u00E9"}, {5, "info"}, {6, labels}, {8, "\u00A9 Me"}, {9, "Demo 2"}};
-  Expect({.window = kMain, .close = true, .look = [&](QWidget& window) {
-            EXPECT_EQ(window.windowTitle(), "Demo 2");
+  const std::string information = "Weitere Informationen zum Programm";
+  fPackage.textData = {{2, "<b>Hi</b> & caf\xC3\xA9 Gr\x9F\xA7"}, {3, "example.org"}, {5, "info"},
+                       {6, "| |Go & do||||" + information},       {8, "\u00A9 Me"},   {9, "<i>Demo</i> & 2"}};
+  Expect({.window = kMain, .press = "QuitBtn", .look = [&](QWidget& window) {
+            EXPECT_EQ(window.windowTitle(), "<i>Demo</i> & 2");
             Texts texts = Shown(window);
             texts["InfoBtn"] = Find<QPushButton>(window, "InfoBtn").accessibleName().toStdString();
             EXPECT_EQ(texts, (Texts{{"CopyrightLabel", "\u00A9 Me"},
-                                    {"InfoBtn", kInformation},
+                                    {"InfoBtn", information},
                                     {"InstallBtn", "Go && do"},
-                                    {"MessageLabel", "<b>Hi</b> & caf\u00E9"},
-                                    {"QuitBtn", " "}}));
-            EXPECT_EQ(Find<QLabel>(window, "MessageLabel").textFormat(), Qt::PlainText);
-            EXPECT_TRUE(Find<QLabel>(window, "MessageLabel").alignment() & Qt::AlignHCenter);
+                                    {"LogoCanvas", ""},
+                                    {"MessageLabel", "<b>Hi</b> & caf\u00E9 Gr\u00FC\u00DF"},
+                                    {"PictureCanvas", ""},
+                                    {"QuitBtn", " "},
+                                    {"URLLabel", "example.org"}}));
+            const QImage seen = window.grab().toImage();
+            EXPECT_EQ(Pixels(seen, 0, 0, 5), "rbwgg") << "the background";
+            EXPECT_EQ(Pixels(seen, 0, 199, 5) + Pixels(seen, 0, 200, 5), "gggggwwwww");
+            EXPECT_EQ(Pixels(seen, 19, 12, 6), "grgbgg") << "the picture, its white transparent";
+            EXPECT_EQ(Pixels(seen, 19, 13, 6) + Pixels(seen, 19, 14, 6), "ggkrrggggggg");
+            EXPECT_EQ(Pixels(seen, 311, 12, 5), "gbgrr") << "the logo";
+            EXPECT_EQ(Pixels(seen, 374, 12, 3) + Pixels(seen, 312, 13, 3), "rrgggg") << "cut at its place";
+            EXPECT_LT(CountOf('g', seen, {96, 14, 204, 77}), 204 * 77) << "the message";
+            EXPECT_LT(CountOf('w', seen, {20, 227, 356, 10}), 356 * 10) << "the copyright";
+            EXPECT_GT(CountOf('b', seen, {150, 104, 96, 20}), 40) << "the link, underlined in the middle";
+            const auto& message = Find<QLabel>(window, "MessageLabel");
+            EXPECT_TRUE(message.alignment() & Qt::AlignHCenter);
+            EXPECT_EQ(message.toolTip(), "");
             const auto place = [&](const char* name) { return Find<QPushButton>(window, name).geometry(); };
             EXPECT_GT(place("InfoBtn").width(), 80);
             EXPECT_LT(place("InfoBtn").right(), place("QuitBtn").left());
@@ -72,19 +120,24 @@ TEST_F(Startup, TheWindowShowsWhatThePackageSetsAndCloses) {
             EXPECT_LT(place("InstallBtn").right(), window.width());
           }});
   RunInVain();
-  fPackage.data[4] = "FF0000FFFFFF,2,1";
-  fPackage.data[6] = "00FF00FFFFFF,1,2";
+  fPackage.textData[2] = std::string(3000, 'W') + "<";
+  fPackage.textData[6] = "||" + std::string(200, 'I');
   Expect({.window = kMain, .press = "QuitBtn", .look = [](QWidget& window) {
-            const auto picture = [&](const char* name) {
-              return Find<QLabel>(window, name).pixmap(Qt::ReturnByValue).toImage();
-            };
-            const QImage logo = picture("LogoCanvas");
-            const QImage other = picture("PictureCanvas");
-            ASSERT_EQ(logo.size(), QSize(2, 1));
-            ASSERT_EQ(other.size(), QSize(1, 2));
-            EXPECT_EQ(logo.pixelColor(0, 0), QColor(Qt::red));
-            EXPECT_EQ(other.pixelColor(0, 0), QColor(Qt::green));
-            EXPECT_EQ(logo.pixelColor(1, 0).alpha() + other.pixelColor(0, 1).alpha(), 0) << "white";
+            window.grab();
+            const auto tip = [&](const char* name) { return Find<QWidget>(window, name).toolTip(); };
+            EXPECT_EQ(tip("MessageLabel"), "<qt>" + QString(2000, 'W') + "</qt>");
+            EXPECT_EQ(tip("InstallBtn"), "<qt>" + QString(200, 'I') + "</qt>");
+            EXPECT_LE(Find<QWidget>(window, "InstallBtn").geometry().right(), 376);
+          }});
+  RunInVain();
+  fPackage.data[6] = "FF[9,64,64";
+  Expect({.window = "MessageText", .press = "Btn3", .look = [](QWidget& window) {
+            EXPECT_EQ(window.findChild<QPlainTextEdit*>()->toPlainText(),
+                      "INSUFFICIENT RAM.\n\nUnable to process picture due to RAM shortage.");
+          }});
+  Expect({.window = kMain, .press = "QuitBtn", .look = [](QWidget& window) {
+            EXPECT_FALSE(Find<QWidget>(window, "PictureCanvas").isVisible());
+            EXPECT_EQ(Pixels(window.grab().toImage(), 311, 12, 3), "gbg") << "the run goes on";
           }});
   RunInVain();
 }
@@ -103,10 +156,14 @@ TEST_F(Startup, TheLinkShowsAndOpensWhatThePackageSays) {
     fPackage.textData[4] = text;
     Expect({.window = kMain, .press = "QuitBtn", .look = [&](QWidget& window) {
               EXPECT_EQ(Shown(window)["URLLabel"], shown) << address;
-              QTest::mouseClick(&Find<QLabel>(window, "URLLabel"), Qt::LeftButton);
+              QWidget& link = Find<QLabel>(window, "URLLabel");
+              QTest::mouseClick(&link, Qt::LeftButton);
+              for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space, Qt::Key_A})
+                QTest::keyClick(&link, key);
+              EXPECT_TRUE(link.focusPolicy() & Qt::TabFocus);
             }});
     Run(address);
-    EXPECT_EQ(fMachine.fAddresses, std::vector<std::string>(*opens == '\0' ? 0 : 1, opens)) << address;
+    EXPECT_EQ(fMachine.fAddresses, std::vector<std::string>(*opens == '\0' ? 0 : 3, opens)) << address;
   }
 }
 

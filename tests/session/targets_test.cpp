@@ -63,19 +63,20 @@ TEST_F(Targets, TheRootIsNoFolderToInstallInto) {
 }
 
 TEST_F(Targets, AFullDiskGetsNoHalfArchiveAndOneThatRefusesWritingIsTold) {
-  const SmallDisk disk(fTree.Folder("disk"), 64);
-  if (!disk.Mounted()) GTEST_SKIP() << "no right to mount";
-  fMachine.fLook.bytes = 3'000'001;
-  const std::pair<const char*, const char*> rows[] = {
-      {"", "Installation Failed\n\nThere is not enough room on the disk: 4 MB are needed, 0 MB are free."},
-      {"", "Cannot write to selected location."},
-      {"Locked", "Locked"}};
-  for (const auto& [label, message] : rows) {
-    fPackage.textData[6] = label;
+  const SmallDisk disk(fTree.Folder("disk"), 900, 20);
+  if (!disk.Mounted()) GTEST_SKIP() << "needs root: mounts";
+  const std::pair<std::uint64_t, const char*> rows[] = {
+      {0, "Installation Failed\n\nThe disk can't hold so many files: 50."},
+      {2'900'000,
+       "Installation Failed\n\nThere is not enough room on the disk: 4 MB are needed, 0 MB are free."},
+      {0, "Cannot write to selected location."}};
+  for (const auto& [bytes, message] : rows) {
+    fMachine.fLook.bytes = bytes;
+    fMachine.fLook.items = 50;
     ExpectInstallPressed();
     Expect({.window = "SelectFolderDialog", .choose = fTree.Path("disk")});
     fScript.ExpectMessage(message);
+    if (std::string(message).starts_with("Cannot")) disk.MakeReadOnly();
     RunInVain(message);
-    disk.MakeReadOnly();
   }
 }

@@ -85,6 +85,7 @@ void ModalScript::Look() {
 
 void ModalScript::Act(QWidget& window, const Step& step) {
   QCoreApplication::sendPostedEvents(&window);  // it puts its buttons in their places once it is shown
+  if (fNote) fNote("shows " + NameOf(window));
   if (step.look) step.look(window);
   if (!step.text.empty() && MessageOf(window) != step.text)
     fProblems += "other text: " + NameOf(window) + "\n";

@@ -40,6 +40,8 @@ class ModalScript : public QObject {
 
   /// Lets the time pass that a user needs to read a window.
   std::function<void()> fReading;
+  /// Hears of each window that is answered.
+  std::function<void(const std::string& name)> fNote;
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 

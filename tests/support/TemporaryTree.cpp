@@ -98,8 +98,9 @@ TemporaryTree::Contents Items(const std::string& list) {
   return items;
 }
 
-SmallDisk::SmallDisk(const std::string& folder, unsigned kilobytes) : fFolder(folder) {
-  const std::string size = "size=" + std::to_string(kilobytes) + "k";
+SmallDisk::SmallDisk(const std::string& folder, unsigned kilobytes, unsigned items) : fFolder(folder) {
+  std::string size = "size=" + std::to_string(kilobytes) + "k";
+  if (items > 0) size += ",nr_inodes=" + std::to_string(items);
   fMounted = ::unshare(CLONE_NEWNS) == 0 &&
              ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
              ::mount("none", folder.c_str(), "tmpfs", 0, size.c_str()) == 0;

@@ -47,7 +47,7 @@ TemporaryTree::Contents Items(const std::string& list);
 /// without it Mounted() is false and the case skips.
 class SmallDisk {
  public:
-  SmallDisk(const std::string& folder, unsigned kilobytes);
+  SmallDisk(const std::string& folder, unsigned kilobytes, unsigned items = 0);  // 0: any number
   ~SmallDisk();
   SmallDisk(const SmallDisk&) = delete;
   SmallDisk& operator=(const SmallDisk&) = delete;

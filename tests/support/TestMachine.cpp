@@ -40,6 +40,7 @@ void TestMachine::DoEvents(int milliseconds) {
 }
 
 bool TestMachine::InstalledMemory(std::int64_t& megabytes) {
+  Note("asks for the memory");
   if (!fMemory) return PosixMachine::InstalledMemory(megabytes);
   megabytes = *fMemory;
   return true;
@@ -51,11 +52,13 @@ bool TestMachine::SystemVersion(std::int64_t& major, std::int64_t& minor) {
 }
 
 bool TestMachine::Launch(const FolderItem& item) {
+  Note("launches " + item.NativePath());
   fLaunched.push_back(item.NativePath());
   return item.Exists();
 }
 
 void TestMachine::ExpandPackage(const FolderItem& archive, const FolderItem& folder) {
+  Note("expands the archive");
   fExpanded.push_back(BinaryStream::Open(archive)->ReadAll());
   if (!fHelpers.empty()) {
     PosixMachine::ExpandPackage(archive, folder);

@@ -45,6 +45,8 @@ class TestMachine : public PosixMachine {
   std::string fDisc;                                        // a folder that counts as a disc
   std::function<std::string(std::int64_t ticks)> fProgram;  // what a program has on the clipboard by then
   std::optional<std::int64_t> fProgramEnds;                 // in ticks
+  std::function<void(const std::string& what)> fNote;       // hears of what the run asks of the machine
+  bool fExecuting = false;                                  // a real program is at work
 
   std::int64_t Ticks() override { return fMilliseconds * 60 / 1000; }
   void DoEvents(int milliseconds) override;
@@ -61,13 +63,32 @@ class TestMachine : public PosixMachine {
   std::string SystemParentFolder() override { return fTree.Path(); }
   std::string SharedFolder() override { return fTree.Path("shared"); }
   std::string ClipboardText() override {
-    return fProgram ? fProgram(Ticks()) : PosixMachine::ClipboardText();
+    const std::string text = fProgram ? fProgram(Ticks()) : PosixMachine::ClipboardText();
+    Note("reads \"" + text + "\" from the clipboard");
+    return text;
+  }
+  void SetClipboardText(const std::string& text) override {
+    Note("puts \"" + text + "\" on the clipboard");
+    PosixMachine::SetClipboardText(text);
+  }
+  int Execute(const std::string& command) override {
+    Note("runs " + command);
+    const std::int64_t before = fMilliseconds;
+    fExecuting = true;
+    const int code = PosixMachine::Execute(command);
+    fExecuting = false;
+    fMilliseconds = before;  // a real program's time isn't the clock's
+    return code;
   }
   bool InstalledMemory(std::int64_t& megabytes) override;
   bool SystemVersion(std::int64_t& major, std::int64_t& minor) override;
   void Beep() override { ++fBeeps; }
-  void ShowURL(const std::string& address) override { fAddresses.push_back(address); }
+  void ShowURL(const std::string& address) override {
+    Note("opens " + address);
+    fAddresses.push_back(address);
+  }
   ArchiveLook LookAtArchive(const FolderItem& archive, bool everyByte) override {
+    Note("looks into the archive");
     return fHelpers.empty() ? fLook : PosixMachine::LookAtArchive(archive, everyByte);
   }
   bool IsDisc(const FolderItem& folder) override { return folder.NativePath() == fDisc; }
@@ -84,6 +105,10 @@ class TestMachine : public PosixMachine {
   bool OpenDocument(const FolderItem& /*item*/) override { return false; }
 
  private:
+  void Note(const std::string& what) const {
+    if (fNote) fNote(what);
+  }
+
   const TemporaryTree& fTree;
   std::shared_ptr<Expansion> fExpansion;
 };

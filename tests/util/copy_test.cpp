@@ -105,7 +105,7 @@ TEST_F(Copies, GoOnPastAnItemThatFailsAndSaySo) {
 
 TEST_F(Copies, FailOnAFullDisk) {
   const SmallDisk disk(fTree.Folder("disk"), 64);
-  if (!disk.Mounted()) GTEST_SKIP() << "no right to mount";
+  if (!disk.Mounted()) GTEST_SKIP() << "needs root: mounts";
   fTree.Write("large", std::string(300'000, 'x'));
   fTree.Write("disk/copy", "the user's");
   fTree.Write("disk/folder/large", "the user's too");

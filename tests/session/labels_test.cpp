@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+// Each label of a publisher's, from the packager's description to the one place that shows it.
+#include <nlohmann/json.hpp>
+
+#include "pack/Bundle.h"
+#include "pack/Description.h"
+#include "session/SessionTest.h"
+#include "support/ScriptedServer.h"
+
+using nlohmann::json;
+
+class Labels : public SessionTest {
+ protected:
+  Labels() {
+    ::setenv("ASAN_OPTIONS", "detect_leaks=0", 1);  // can't be looked for behind the helper's wall
+    for (const char* file : {"TessarineStub", "TessarineClipboard", "TessarineNetwork.so"})
+      fTree.Write(std::string("runtime/") + file, "", 0755);
+    fs::copy_file(DITTO_PROGRAM, fTree.Path("runtime/ditto"));
+    for (const char* file : {"payload/read me", "extra/x"}) fTree.Write(file, "some content");
+    fTree.Folder("media");
+    fMachine.SetClipboardText("");
+  }
+  void Pack(const json& labels, const json& more) const {
+    json description = {{"targetFolder", "Demo"}, {"payload", {{"folder", "payload"}}}, {"labels", labels}};
+    description.merge_patch(more);
+    fs::remove_all(fTree.Path("media/Setup.app"));
+    pack::MakeBundle(pack::ReadDescription(fTree.Write("description.json", description.dump())),
+                     fTree.Path("media/Setup.app"), fTree.Path("runtime"));
+  }
+  /// A window by its title, what it shows, and the control that is pressed.
+  void Expect27(const std::string& window, const Texts& texts, const std::string& press) {
+    Expect({.window = window, .press = press, .look = [texts](QWidget& shown) {
+              EXPECT_EQ(Shown(shown), texts);
+            }});
+  }
+};
+
+TEST_F(Labels, AllAreSeenWhereTheyBelong) {
+  const std::vector<std::string> names = Words(
+      "cannotWrite|quit|install|cancel|ok|agree|info|agreementTitle|infoTitle|9|confirmTitle|"
+      "targetExists|deleteTarget|failed|folderTitle|folderSelect|nextDisc|17|patchFailed|inProgress|20|"
+      "pleaseWait|installingOptions|choiceTitle|optionsTitle|preInstallNotesTitle|postInstallNotesTitle");
+  json byName, byNumber, list;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    list.push_back("Text " + std::to_string(i));
+    byName[names[i]] = byNumber[std::to_string(i)] = list.back();
+  }
+  ASSERT_EQ(list.size(), 27U);
+  ScriptedServer server;
+  std::vector<std::string> labels;
+  fMachine.fPump = [&] {
+    for (QWidget* window : QApplication::topLevelWidgets())
+      if (const auto* label = window->findChild<QLabel*>("MessageLabel"))
+        if (const std::string text = label->property("text").toString().toStdString();
+            labels.empty() || labels.back() != text)
+          labels.push_back(text);
+    fToolkit.DoEvents(0);
+  };
+  for (const json& given : {byName, byNumber, list}) {
+    json all = json::parse(R"({"message": "Hello", "info": "i", "preInstallNotes": "n", "agreement": "a",
+                               "postInstallNotes": "r", "promptToReplace": true, "choices":
+                               [{"name": "One", "folder": "extra", "target": "Sub"}]})");
+    all["options"] = {{{"name", "Web"}, {"url", server.Address("/none")}, {"target", "Sub"}}};
+    Pack(given, all);
+    fTree.Write("chosen/Demo/old", "old");
+    labels.clear();
+    Expect27(
+        kMain,
+        {{"InfoBtn", "Text 6"}, {"InstallBtn", "Text 2"}, {"MessageLabel", "Hello"}, {"QuitBtn", "Text 1"}},
+        "InfoBtn");
+    Expect27("Text 8", {{"AgreementEdit", ""}, {"OKBtn", "Text 4"}}, "OKBtn");
+    ExpectInstallPressed();
+    Expect27("Text 25", {{"AgreementEdit", ""}, {"OKBtn", "Text 4"}, {"QuitBtn", "Text 1"}}, "OKBtn");
+    Expect27("Text 7", {{"AgreementEdit", ""}, {"OKBtn", "Text 5"}, {"QuitBtn", "Text 1"}}, "OKBtn");
+    Expect({.window = "Text 23", .press = "ContinueBtn"});
+    Expect({.window = "Text 24", .press = "ContinueBtn", .look = [](QWidget& dialog) {
+              Find<QCheckBox>(dialog, "OptionCheckBox0").click();
+            }});
+    Expect({.window = "SelectFolderDialog", .choose = fTree.Path("chosen"), .look = [](QWidget& dialog) {
+              const auto& files = dynamic_cast<QFileDialog&>(dialog);
+              EXPECT_EQ(files.windowTitle() + files.labelText(QFileDialog::Accept) +
+                            files.labelText(QFileDialog::Reject),
+                        "Text 14Text 15Text 3");
+            }});
+    Expect27("Text 10",
+             {{"CancelBtn", "Text 3"},
+              {"ConfirmLabel1", "Text 11"},
+              {"ConfirmLabel2", "Text 12"},
+              {"ConfirmLabel3", fTree.Path("chosen/Demo")},
+              {"OKBtn", "Text 4"}},
+             "OKBtn");
+    fScript.ExpectMessage("Setup file download failed.");
+    fScript.ExpectMessage("Install failed for option Web");
+    Expect27("Text 26", {{"AgreementEdit", ""}, {"OKBtn", "Text 4"}}, "OKBtn");
+    RunFromDisk(given.dump());
+    EXPECT_EQ(labels, (std::vector<std::string>{"Text 19", "Text 21", "Text 22 Web", "Text 21"}));
+    EXPECT_FALSE(fTree.Has("chosen/Demo/old"));
+
+    Pack(given, {{"preInstallNotes", {{"html", "<html>n"}}}, {"agreement", {{"html", "<html>a"}}}});
+    ExpectInstallPressed();
+    Expect27("Text 25", {{"ContinueBtn", "Text 4"}, {"MyHTMLViewer", ""}, {"QuitBtn", "Text 1"}},
+             "ContinueBtn");
+    Expect27("Text 7", {{"ContinueBtn", "Text 5"}, {"MyHTMLViewer", ""}, {"QuitBtn", "Text 1"}},
+             "ContinueBtn");
+    fs::permissions(fTree.Folder("locked"), fs::perms(0555));
+    fs::permissions(fTree.Path(), fs::perms(0755));
+    Expect({.window = "SelectFolderDialog", .choose = fTree.Path("locked")});
+    fScript.ExpectMessage("Text 0");
+    {
+      const OrdinaryUser user(fTree.Path("Applications"));
+      RunFromDisk("a folder that can't be written");
+    }
+
+    Pack(given, {{"applicationFolder", true}});
+    fMachine.fArchive.succeeds = false;
+    ExpectInstallPressed();
+    fScript.ExpectMessage("Text 13");
+    RunFromDisk("a failure");
+    fMachine.fArchive.succeeds = true;
+
+    Pack(given, {{"applicationFolder", true}, {"patch", true}, {"targetFolder", "Nowhere"}});
+    ExpectInstallPressed();
+    fScript.ExpectMessage("Text 18");
+    RunFromDisk("a patch of nothing");
+
+    Pack(given, {{"applicationFolder", true}, {"payload", {{"splitSizes", {10}}}}});
+    fs::remove_all(fTree.Path("temporary/1234"));
+    fTree.Folder("temporary/1234");
+    fs::rename(fTree.Path("media/Setup.app"), fTree.Path("temporary/1234/Setup.app"));
+    const std::string program = std::exchange(
+        fMachine.fExecutable, fTree.Path("temporary/1234/Setup.app/Contents/MacOS/TessarineStub"));
+    Expect({.window = "MessageText", .press = "Btn3", .look = [](QWidget& window) {
+              EXPECT_EQ(Find<QPlainTextEdit>(window, "MessageText").toPlainText(), "Text 16");
+            }});
+    RunFromDisk("a disc is missing");
+    fMachine.fExecutable = program;
+    fs::remove(fTree.Path("media/Data#End"));
+  }
+}
