@@ -85,6 +85,7 @@ static std::string AnswersOf() {
     Dialog dialog;
     QTimer::singleShot(0, [&] {
       QWidget& native = dialog.Native();
+      EXPECT_TRUE(QTest::qWaitForWindowExposed(&native));
       native.repaint();
       // A question that deletes takes no answer before the user can have read it.
       dynamic_cast<TestMachine&>(Machine::Current()).fMilliseconds += 1000;
