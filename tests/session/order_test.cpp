@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 // One run that does all there is to do, and everything it did in its order.
-#include <regex>
-
 #include "session/SessionTest.h"
 #include "support/ZipBuilder.h"
 
@@ -28,9 +26,10 @@ class Order : public SessionTest {
     for (const auto& [name, item] : stands)
       if (!fStood.contains(name)) fLog += "+ " + name + "\n";
     fStood = stands;
-    what = std::regex_replace(what, std::regex(fTree.Path()), "@");
-    what = std::regex_replace(what, std::regex("install-[0-9a-f]{16}"), "install-*");
-    if (!what.empty()) fLog += what + "\n";
+    const QString plain = QString::fromStdString(what)
+                              .replace(QString::fromStdString(fTree.Path()), "@")
+                              .replace(QRegularExpression("install-[0-9a-f]{16}"), "install-*");
+    if (!what.empty()) fLog += plain.toStdString() + "\n";
   }
   Contents Standing() const {
     Contents all = fTree.Look();
