@@ -10,7 +10,7 @@ int main(int argc, char** argv) {
   std::optional<BinaryStream> out = BinaryStream::Create(FolderItem(argv[1]));
   for (int i = 2; out && i < argc; ++i) {
     std::optional<BinaryStream> piece = BinaryStream::Open(FolderItem(argv[i]));
-    if (!piece || !out->WriteAllOf(*piece, [] {})) return 1;
+    if (!piece || !out->WriteAllOf(*piece, [] { return true; })) return 1;
   }
   return out && out->Close() ? 0 : 1;
 }
