@@ -47,6 +47,7 @@ TEST_F(Cleanup, EachModeTakesAwayWhatItNames) {
   const struct {
     const char *mode, *question, *answer, *order;
     const char* installsInto = "";
+    const char* script = "";
   } rows[] = {
       {"1", "", "", "DeleteFile=@/media/Setup.app"},
       {"2", "", "", "DeleteFolder=@/media"},
@@ -55,12 +56,14 @@ TEST_F(Cleanup, EachModeTakesAwayWhatItNames) {
       {"4", folder, "Btn2", "DeleteFolder=@/media"},
       {"4", folder, "Btn3", ""},
       {"2", "", "", "DeleteFile=@/media/Setup.app", "media"},
+      {"2", "", "", "DeleteFile=@/media/Setup.app", "", "createfolder=@/media/made"},
       {"0", "", "", ""},
       {"5", "", "", ""},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(std::string(row.mode) + row.answer + row.installsInto);
     LayOut();
+    fPackage.textData[29] = Here(row.script);
     fPackage.textData[30] = row.mode;
     fPackage.data[2] = *row.installsInto == '\0' ? "1" : "";
     ExpectInstallPressed();
