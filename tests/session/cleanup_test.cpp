@@ -49,6 +49,8 @@ TEST_F(Cleanup, EachModeTakesAwayWhatItNames) {
     const char* installsInto = "";
     const char* script = "";
   } rows[] = {
+      {"2", "", "", "DeleteFile=@/media/Setup.app", "",
+       "createfolder=@/media/made"},  // before a run whose folders are kept
       {"1", "", "", "DeleteFile=@/media/Setup.app"},
       {"2", "", "", "DeleteFolder=@/media"},
       {"3", bundle, "Btn2", "DeleteFile=@/media/Setup.app"},
@@ -56,7 +58,6 @@ TEST_F(Cleanup, EachModeTakesAwayWhatItNames) {
       {"4", folder, "Btn2", "DeleteFolder=@/media"},
       {"4", folder, "Btn3", ""},
       {"2", "", "", "DeleteFile=@/media/Setup.app", "media"},
-      {"2", "", "", "DeleteFile=@/media/Setup.app", "", "createfolder=@/media/made"},
       {"0", "", "", ""},
       {"5", "", "", ""},
   };
