@@ -211,12 +211,13 @@ TEST_F(Program, LeavesAllAsItWasWhenACallFails) {
     EXPECT_NE(told.find(row.told), told.npos) << row.call << told;
   }
   // One worker, so that the twelfth close of a thread is a file's.
-  for (const std::size_t size : {20u, 2u << 20}) {
-    std::vector<Item> many;
-    for (int i = 0; i < 20; ++i) many.push_back(Packed("f" + std::to_string(i), std::string(size, 'x')));
+  for (const Item& item : {Packed("", "whole"), File("", std::string(2 << 20, 's'))}) {
+    std::vector<Item> many(20, item);
+    for (Item& file : many) file.name = "f" + std::to_string(&file - many.data());
     Write("a.zip", ZipOf(many));
     const Outcome outcome = RunShell("taskset -c 0 " + Injected("close:error=EIO:when=12", "--no-sync"));
-    EXPECT_NE(outcome.err.find("could not write \"f"), outcome.err.npos) << size << outcome.err;
+    EXPECT_NE(outcome.err.find("could not write \"f"), outcome.err.npos)
+        << item.content.size() << outcome.err;
   }
 }
 

@@ -47,7 +47,10 @@ TEST_F(Cleanup, EachModeTakesAwayWhatItNames) {
   const struct {
     const char *mode, *question, *answer, *order;
     const char* installsInto = "";
+    const char* script = "";
   } rows[] = {
+      {"2", "", "", "DeleteFile=@/media/Setup.app", "",
+       "createfolder=@/media/made"},  // before a run whose folders are kept
       {"1", "", "", "DeleteFile=@/media/Setup.app"},
       {"2", "", "", "DeleteFolder=@/media"},
       {"3", bundle, "Btn2", "DeleteFile=@/media/Setup.app"},
@@ -61,6 +64,7 @@ TEST_F(Cleanup, EachModeTakesAwayWhatItNames) {
   for (const auto& row : rows) {
     SCOPED_TRACE(std::string(row.mode) + row.answer + row.installsInto);
     LayOut();
+    fPackage.textData[29] = Here(row.script);
     fPackage.textData[30] = row.mode;
     fPackage.data[2] = *row.installsInto == '\0' ? "1" : "";
     ExpectInstallPressed();
