@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -52,6 +53,8 @@ void TellThatItsHeld() {
 }  // namespace
 
 int main(int /*count*/, char** arguments) {
+  // Whoever started this may be gone before it answers.
+  std::signal(SIGPIPE, SIG_IGN);
   LeaveTheDisc(arguments);
   std::string text;
   if (!ReadAll(text) || text.empty()) return 1;
