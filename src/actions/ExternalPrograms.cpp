@@ -40,6 +40,7 @@ bool TessarineStubWindow::SpecialPath(std::string& path) {
       ResolveSpecifier(path, {Machine::Current().HomeFolder(), fTargetFolder, StartedFrom()});
   if (!resolved) return false;
   Machine::Current().SetClipboardText(resolved->clipboard);
+  fStale = resolved->clipboard;
   path = resolved->path;
   return true;
 }
@@ -47,6 +48,7 @@ bool TessarineStubWindow::SpecialPath(std::string& path) {
 bool TessarineStubWindow::DoExecuteBefore() {
   if (fExecuteBeforeName.empty()) return true;
   Machine::Current().SetClipboardText("");
+  fStale.clear();
   Hide();
   std::optional<FolderItem> program;
   if (SpecialPath(fExecuteBeforeName)) {
@@ -60,6 +62,10 @@ bool TessarineStubWindow::DoExecuteBefore() {
 
 bool TessarineStubWindow::CommunicateWithExecutable() {
   Machine& machine = Machine::Current();
+  // What stood there before the launch is another program's word.
+  const auto answerOf = [this](const std::string& text) {
+    return text == fStale ? ProgramAnswer{} : ReadAnswer(text);
+  };
   WaitBeyond(kFirstWait);
   std::string text = machine.ClipboardText();
   if (!text.empty()) {
@@ -69,13 +75,11 @@ bool TessarineStubWindow::CommunicateWithExecutable() {
       runs = machine.LaunchedRuns();
       WaitBeyond(kPollInterval);
       text = machine.ClipboardText();
-    } while (ReadAnswer(text).kind == ProgramAnswer::Kind::Wait && runs && !machine.Ending());
+    } while (answerOf(text).kind == ProgramAnswer::Kind::Wait && runs && !machine.Ending());
   }
   if (machine.Ending()) return false;
-  const ProgramAnswer answer = ReadAnswer(text);
-  // What the program before has left there, and the user has read, this one didn't say.
-  if (!answer.message.empty() && text != fHeard) MessageBox(answer.message);
-  fHeard = text;
+  const ProgramAnswer answer = answerOf(text);
+  if (!answer.message.empty()) MessageBox(answer.message);
   if (answer.kind == ProgramAnswer::Kind::Abort) return false;
   if (fDressed) Show();
   MyProcessToTop();

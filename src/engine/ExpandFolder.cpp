@@ -28,9 +28,9 @@ bool IsSafeTarget(const std::string& parent, const std::string& target) {
   // What lies there goes sooner or later.
   const std::string temporary = Machine::Current().TemporaryFolder();
   if (!temporary.empty() && LiesIn(item.ResolvedPath(), FolderItem(temporary).ResolvedPath())) return false;
-  // What can't be deleted at all is told later, with the advice what to do.
   if (LiesIn(item.Parent().ResolvedPath(), FolderItem(ViewConst::RunningBundle()).ResolvedPath()))
     return false;
+  // What can't be deleted at all is told later, with the advice what to do.
   return LiesIn(item.Parent().ResolvedPath(), FolderItem(parent).ResolvedPath()) &&
          item.Parent().IsWriteable() && !item.IsVolume() &&
          (ViewConst::MayGo(target) || !item.CanBeDeleted());
@@ -62,8 +62,7 @@ void TessarineStubWindow::ExpandFolder() {
     ShowInstallationFailed("The package holds no software.");
   } else {
     if (!MayTakeThePlace()) return;
-    // A failure has been told; the publisher's actions follow all the same. Behind a success no archive of
-    // that name is left; a folder is somebody else's.
+    // A failure has been told; the publisher's actions follow all the same.
     installed = InstallPayload(payload);
   }
   if (Application::Quitting()) return;
@@ -74,6 +73,7 @@ void TessarineStubWindow::ExpandFolder() {
 
 /// One that lies in the package is launched a second time, to be heard.
 void TessarineStubWindow::StartAfterProgram(std::optional<FolderItem> program, const std::string& archive) {
+  if (program) fStale = Machine::Current().ClipboardText();
   ZipFileDelete(archive, program);
   if (SpecialPath(fExecuteAfterName) && ViewConst::FileExists(fExecuteAfterName))
     program = GlobalsKv::MyGetFolderItem(fExecuteAfterName);

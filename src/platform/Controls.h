@@ -25,7 +25,6 @@ class Control {
   void SetPlace(const Rect& place);
   bool Visible() const;
   void SetVisible(bool visible);
-  bool Enabled() const;
   void SetEnabled(bool enabled);
   /// Has the keyboard go to this control once its window is in front.
   void SetFocus();
@@ -132,7 +131,6 @@ class TextField : public Control {
   /// `hint` is shown while nothing has been typed.
   TextField(Window& window, std::string name, const Rect& place, const std::string& hint = "");
   std::string Text() const;
-  void SetText(const std::string& text);
   /// The text, which the field shows no more; what it stood in is overwritten. The toolkit may have written
   /// single letters elsewhere: see Machine::ForbidCoreDumps.
   Secret TakeSecret();

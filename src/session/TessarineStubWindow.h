@@ -137,6 +137,8 @@ class TessarineStubWindow : public Window, public InstallerRecord {
   bool DoExecuteBefore();
   /// Hears a program out that has just been launched. False when it aborts the install.
   bool CommunicateWithExecutable();
+
+  // actions/ShellCommands.cpp
   void DoShellCmd(const std::string& command);
   void DoShellFile(const std::string& name);
 
@@ -185,7 +187,7 @@ class TessarineStubWindow : public Window, public InstallerRecord {
 
   std::optional<FolderLock> fCopyLock;  // of the copy that takes over
   std::string fDisc;                    // the folder whose disc is to come out
-  std::string fHeard;                   // the text with which the last conversation ended
+  std::string fStale;                   // the clipboard's text before a program was launched
   std::vector<std::string> fInstalled;  // what this run has put somewhere, or tried to
   bool fOldIsGone = false;              // nothing stands at the target until the new one does
   bool fPatchMissing = false;           // expanded, but the archive held no patch folder

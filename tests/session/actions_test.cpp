@@ -88,7 +88,16 @@ TEST_F(Actions, AWaitEndsWithItsProgramAndNothingIsToldTwice) {
   RunInVain("it asks to be waited for, and dies");
   EXPECT_GE(fMachine.Ticks(), 20 * 60);
   EXPECT_LT(fMachine.Ticks(), 23 * 60);
+  // What it leaves there is no word of the program afterwards, whether that ends or not.
+  fPackage.data[8] = "";
+  fMachine.fProgramEnds.reset();
+  std::int64_t start = fMachine.Ticks();
+  ExpectInstallPressed();
+  Run("a stale wait");
+  EXPECT_LT(fMachine.Ticks() - start, 10 * 60);
 
+  fPackage.data[8] = "SetupFolder/Before";
+  fMachine.fLaunched.clear();
   fMachine.fProgram = [](std::int64_t) { return std::string("TessarineDone:The desk is clear."); };
   fScript.ExpectMessage("The desk is clear.");
   ExpectInstallPressed();
@@ -97,7 +106,7 @@ TEST_F(Actions, AWaitEndsWithItsProgramAndNothingIsToldTwice) {
   // One that isn't there is not waited for.
   fPackage.data[8] = "";
   fs::remove(fTree.Path("media/Setup.app/Contents/Resources/After"));
-  const std::int64_t start = fMachine.Ticks();
+  start = fMachine.Ticks();
   ExpectInstallPressed();
   Run("gone");
   EXPECT_LT(fMachine.Ticks() - start, 60);

@@ -126,6 +126,7 @@ runs : last
 shows "Install Error
 
 Missing File: absent"
+reads "" from the clipboard
 launches @/media/Setup.app/Contents/Resources/After
 launches @/media/Setup.app/Contents/Resources/After
 waits 3 s

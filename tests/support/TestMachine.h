@@ -43,7 +43,8 @@ class TestMachine : public PosixMachine {
   std::string fInUse;                                       // a folder that a program uses
   std::string fHelpers;                                     // their folder, for cases with real ones
   std::string fDisc;                                        // a folder that counts as a disc
-  std::function<std::string(std::int64_t ticks)> fProgram;  // what a program has on the clipboard by then
+  std::function<std::string(std::int64_t ticks)> fProgram;  // what a program has on the clipboard by then,
+                                                            // once one is launched
   std::optional<std::int64_t> fProgramEnds;                 // in ticks
   std::function<void(const std::string& what)> fNote;       // hears of what the run asks of the machine
   bool fExecuting = false;                                  // a real program is at work
@@ -63,7 +64,8 @@ class TestMachine : public PosixMachine {
   std::string SystemParentFolder() override { return fTree.Path(); }
   std::string SharedFolder() override { return fTree.Path("shared"); }
   std::string ClipboardText() override {
-    const std::string text = fProgram ? fProgram(Ticks()) : PosixMachine::ClipboardText();
+    const bool spoken = fProgram && !fLaunched.empty();
+    const std::string text = spoken ? fProgram(Ticks()) : PosixMachine::ClipboardText();
     Note("reads \"" + text + "\" from the clipboard");
     return text;
   }

@@ -83,10 +83,6 @@ void Control::SetVisible(bool visible) {
   fWindow.Native().Relayout();
 }
 
-bool Control::Enabled() const {
-  return fNative->widget->isEnabled();
-}
-
 void Control::SetEnabled(bool enabled) {
   fNative->widget->setEnabled(enabled);
 }
@@ -220,10 +216,6 @@ TextField::TextField(Window& window, std::string name, const Rect& place, const 
 
 std::string TextField::Text() const {
   return As<QLineEdit>(Native()).text().toStdString();
-}
-
-void TextField::SetText(const std::string& text) {
-  As<QLineEdit>(Native()).setText(QString::fromStdString(text));
 }
 
 Secret TextField::TakeSecret() {
