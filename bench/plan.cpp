@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Reads the named archive's plan several times, as the expansion helper does before it writes, and prints the
 // median in milliseconds.
-#include "platform/archive/Plan.h"
+#include "archive/planning/Plan.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -8,8 +8,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "platform/archive/Utf8.h"
-#include "platform/archive/ZipFormat.h"
+#include "archive/reading/Utf8.h"
+#include "archive/reading/ZipFormat.h"
 
 namespace fuzz {
 

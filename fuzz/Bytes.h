@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/archive/Result.h"
-#include "platform/archive/Source.h"
+#include "archive/Result.h"
+#include "archive/Source.h"
 
 namespace fuzz {
 

@@ -7,8 +7,8 @@
 #include <set>
 #include <utility>
 
+#include "archive/writing/Jobs.h"
 #include "fuzz/Bytes.h"
-#include "platform/archive/Jobs.h"
 
 namespace fuzz {
 namespace {

@@ -2,7 +2,7 @@
 // What must hold for every plan that was accepted, checked by other means than the planning's own.
 #pragma once
 
-#include "platform/archive/Plan.h"
+#include "archive/planning/Plan.h"
 
 namespace fuzz {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/archive/ZipFormat.h"
+#include "archive/reading/ZipFormat.h"
 
 namespace fuzz {
 

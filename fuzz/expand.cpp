@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <array>
 
+#include "archive/reading/Inflate.h"
 #include "fuzz/Bytes.h"
 #include "fuzz/Mutator.h"
 #include "fuzz/PlanRules.h"
-#include "platform/archive/Inflate.h"
 
 namespace {
 

@@ -11,10 +11,10 @@
 #include <string>
 #include <thread>
 
+#include "base/TreeDelete.h"
 #include "cleanup/Order.h"
 #include "platform/Brake.h"
 #include "platform/LiesIn.h"
-#include "platform/posix/TreeDelete.h"
 #include "platform/posix/TreeLook.h"
 
 namespace {

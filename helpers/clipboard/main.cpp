@@ -15,7 +15,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/posix/X11Keeper.h"
+#include "platform/desktop/X11Keeper.h"
 
 namespace {
 

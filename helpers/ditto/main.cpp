@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The expansion helper: ditto -xk [--new] [--ours] [--progress] [--no-sync] [--scrambled] [--check|--plan]
 //                             [--with-parent=PROCESS] ARCHIVE FOLDER
-#include <sys/prctl.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -12,8 +11,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/archive/Expand.h"
-#include "platform/archive/ProgressLines.h"
+#include "archive/Expand.h"
+#include "archive/ProgressLines.h"
+#include "base/ParentWatch.h"
 
 namespace {
 
@@ -97,11 +97,7 @@ int main(int count, char** arguments) {
     return kBadUsage;
   }
   SetSignals();
-  if (command->parent > 0) {
-    static_cast<void>(::prctl(PR_SET_PDEATHSIG, SIGTERM));
-    // Gone before that call: then another process is the parent, and nobody waits for this one.
-    if (::getppid() != command->parent) gStop = true;
-  }
+  if (command->parent > 0 && !EndWithParent(command->parent)) gStop = true;
   command->options.wall = true;
   command->options.stop = &gStop;
   archive::ProgressLines progress(command->progress ? STDOUT_FILENO : -1);

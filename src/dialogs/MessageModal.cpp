@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "dialogs/MessageModal.h"
 
+#include "base/Encoding.h"
 #include "dialogs/MenuBar.h"
-#include "platform/Encoding.h"
 #include "util/GlobalsKv.h"
 
 namespace {

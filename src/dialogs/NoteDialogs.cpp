@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "dialogs/NoteDialogs.h"
 
+#include "base/Encoding.h"
 #include "dialogs/LicenseAgreementWindow.h"
 #include "dialogs/THtmlNoteDlg.h"
-#include "platform/Encoding.h"
 #include "util/Strings.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "package/InstallerRecord.h"
 
-#include "platform/Encoding.h"
+#include "base/Encoding.h"
 #include "util/Strings.h"
 
 namespace {

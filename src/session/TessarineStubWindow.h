@@ -68,7 +68,7 @@ class TessarineStubWindow : public Window, public InstallerRecord {
   void InfoBtnClicked();
   void ShowInstallinProgress();
 
-  // package/ReadData.cpp
+  // session/ReadData.cpp
   /// True when the package's Data record was there and all fields are set.
   bool ReadData();
   std::string ReadPlainOrHtmlText(const std::string& text);

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/Encoding.h"
+#include "base/Encoding.h"
 
 namespace ViewConst {
 

@@ -6,8 +6,8 @@
 #include <sched.h>
 #include <sys/mount.h>
 
+#include "base/TreeDelete.h"
 #include "platform/Brake.h"
-#include "platform/posix/TreeDelete.h"
 #include "support/TemporaryTree.h"
 
 TEST(CleanupOrder, NamesOneAbsolutePath) {

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <thread>
 
-#include "platform/archive/Expand.h"
+#include "archive/Expand.h"
 
 namespace ziptest {
 

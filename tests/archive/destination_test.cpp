@@ -10,9 +10,9 @@
 #include <thread>
 
 #include "archive/Sandbox.h"
-#include "platform/archive/FolderCache.h"
-#include "platform/archive/Wall.h"
-#include "platform/posix/Descriptor.h"
+#include "archive/Wall.h"
+#include "archive/writing/FolderCache.h"
+#include "base/Descriptor.h"
 
 using namespace ziptest;
 

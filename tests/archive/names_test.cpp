@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Decoding of stored names.
-#include "platform/archive/Names.h"
+#include "archive/reading/Names.h"
 
 #include <gtest/gtest.h>
 

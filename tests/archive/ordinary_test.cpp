@@ -10,9 +10,9 @@
 #include <fstream>
 
 #include "archive/Sandbox.h"
-#include "platform/archive/Inflate.h"
-#include "platform/archive/Plan.h"
-#include "platform/posix/Descriptor.h"
+#include "archive/planning/Plan.h"
+#include "archive/reading/Inflate.h"
+#include "base/Descriptor.h"
 
 using namespace ziptest;
 

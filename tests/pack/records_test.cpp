@@ -5,11 +5,11 @@
 #include <png.h>
 
 #include "Workshop.h"
+#include "base/Encoding.h"
 #include "pack/Notes.h"
 #include "pack/Picture.h"
 #include "pack/Scramble.h"
 #include "pack/Text.h"
-#include "platform/Encoding.h"
 
 namespace pack {
 

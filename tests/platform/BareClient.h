@@ -11,7 +11,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/posix/X11Client.h"
+#include "platform/desktop/X11Client.h"
 
 /// An owner or a reader of the clipboard, as bare as it can be.
 class BareClient {

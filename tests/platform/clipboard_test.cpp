@@ -12,11 +12,11 @@
 #include <thread>
 
 #include "BareClient.h"
-#include "platform/Encoding.h"
+#include "base/Encoding.h"
+#include "platform/desktop/X11Client.h"
+#include "platform/desktop/X11Keeper.h"
+#include "platform/desktop/X11Reader.h"
 #include "platform/posix/Process.h"
-#include "platform/posix/X11Client.h"
-#include "platform/posix/X11Keeper.h"
-#include "platform/posix/X11Reader.h"
 #include "support/TemporaryTree.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Encodings, with bytes written out by hand.
-#include "platform/Encoding.h"
+#include "base/Encoding.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,8 @@
 #include <cstdlib>
 
 #include "platform/FolderItem.h"
-#include "platform/posix/SpecialFolders.h"
+#include "platform/desktop/SpecialFolders.h"
+#include "platform/posix/SystemFacts.h"
 #include "support/TemporaryTree.h"
 
 TEST(SpecialFolders, VersionsAndTheDesktopAreReadFromTheMachinesTexts) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What opening an item means, which program a bundle runs, and what is no file to read.
-#include "platform/posix/Launch.h"
+#include "platform/desktop/Launch.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

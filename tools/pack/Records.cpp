@@ -7,10 +7,10 @@
 #include <tuple>
 #include <vector>
 
+#include "base/Encoding.h"
 #include "choices/ItemList.h"
 #include "pack/Refusal.h"
 #include "pack/Text.h"
-#include "platform/Encoding.h"
 
 namespace pack {
 namespace {

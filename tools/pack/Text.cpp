@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-#include "platform/Encoding.h"
+#include "base/Encoding.h"
 
 namespace pack {
 namespace {

@@ -7,9 +7,9 @@
 #include <cerrno>
 #include <string_view>
 
-#include "platform/posix/FolderNames.h"
-#include "platform/posix/LockedFolder.h"
-#include "platform/posix/TreeDelete.h"
+#include "base/FolderNames.h"
+#include "base/LockedFolder.h"
+#include "base/TreeDelete.h"
 
 namespace {
 

@@ -9,9 +9,9 @@
 #include <cerrno>
 #include <utility>
 
+#include "base/WriteAll.h"
 #include "platform/UnnamedFile.h"
 #include "platform/posix/FileCopy.h"
-#include "platform/posix/WriteAll.h"
 
 std::optional<BinaryStream> BinaryStream::Open(const FolderItem& item) {
   const int descriptor = ::open(item.NativePath().c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);

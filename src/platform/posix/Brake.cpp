@@ -13,8 +13,8 @@
 #include <set>
 #include <string_view>
 
+#include "base/MountPoint.h"
 #include "platform/LiesIn.h"
-#include "platform/posix/MountPoint.h"
 
 namespace {
 

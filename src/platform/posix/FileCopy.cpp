@@ -8,8 +8,9 @@
 #include <cerrno>
 #include <vector>
 
-#include "platform/posix/Descriptor.h"
-#include "platform/posix/WriteAll.h"
+#include "base/Descriptor.h"
+#include "base/SystemFiles.h"
+#include "base/WriteAll.h"
 
 namespace {
 
@@ -38,9 +39,7 @@ Outcome Finish(Descriptor file, const struct stat& info, bool copied, const std:
   struct stat written {};
   const bool whole = copied || (::fstat(file.Get(), &written) == 0 && written.st_size == info.st_size);
   if (name != nullptr && whole) {
-    const std::string own = "/proc/self/fd/" + std::to_string(file.Get());
-    if (::linkat(AT_FDCWD, own.c_str(), AT_FDCWD, name->c_str(), AT_SYMLINK_FOLLOW) != 0)
-      return errno == EEXIST ? Outcome::Failed : Outcome::NoLink;
+    if (!GiveName(file.Get(), *name)) return errno == EEXIST ? Outcome::Failed : Outcome::NoLink;
   }
   return ::close(file.Release()) == 0 && copied ? Outcome::Copied : Outcome::Failed;
 }
@@ -53,7 +52,7 @@ bool CopyRegularFile(int source, const struct stat& info, const std::string& tar
   };
   // It gets its name once it is whole, where the file system has such files: a killed process leaves nothing.
   const std::string folder = target.substr(0, target.rfind('/') + 1);
-  Descriptor unnamed(::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR));
+  Descriptor unnamed = OpenUnnamed(folder);
   if (unnamed) {
     const bool copied = CopyBytes(source, unnamed.Get(), goOn);
     const Outcome outcome = Finish(std::move(unnamed), info, copied, &target);
@@ -82,7 +81,7 @@ bool CopyLink(const std::string& source, const struct stat& info, const std::str
 
 bool CopyBytes(int source, int target, const std::function<bool()>& goOn) {
   while (true) {
-    const ssize_t done = ::copy_file_range(source, nullptr, target, nullptr, kPiece, 0);
+    const ssize_t done = CopyRange(source, target, kPiece);
     if (done < 0 && errno == EINTR) continue;
     // Some pairs of file systems can't, and some virtual files answer with nothing: the plain way
     // goes on from where both files stand.

@@ -11,15 +11,15 @@
 #include <filesystem>
 #include <limits>
 
+#include "base/Descriptor.h"
+#include "base/FolderNames.h"
+#include "base/MountPoint.h"
+#include "base/SiblingName.h"
+#include "base/TreeDelete.h"
 #include "platform/Machine.h"
-#include "platform/posix/Descriptor.h"
+#include "platform/desktop/HiddenList.h"
 #include "platform/posix/FileCopy.h"
-#include "platform/posix/FolderNames.h"
-#include "platform/posix/HiddenList.h"
-#include "platform/posix/MountPoint.h"
 #include "platform/posix/Replace.h"
-#include "platform/posix/SiblingName.h"
-#include "platform/posix/TreeDelete.h"
 #include "platform/posix/TreeLook.h"
 
 namespace {

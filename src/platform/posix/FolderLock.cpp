@@ -6,7 +6,7 @@
 
 #include <cerrno>
 
-#include "platform/posix/Descriptor.h"
+#include "base/Descriptor.h"
 
 struct FolderLock::Held {
   Descriptor folder;

@@ -2,37 +2,23 @@
 #include "platform/posix/PosixMachine.h"
 
 #include <fcntl.h>
-#include <linux/magic.h>
-#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/statfs.h>
-#include <sys/sysinfo.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <climits>
 #include <cstring>
 
-#include "platform/LiesIn.h"
-#include "platform/posix/Descriptor.h"
+#include "base/Descriptor.h"
+#include "platform/desktop/Launch.h"
+#include "platform/desktop/SpecialFolders.h"
 #include "platform/posix/HelperExpansion.h"
-#include "platform/posix/Launch.h"
 #include "platform/posix/Process.h"
-#include "platform/posix/SpecialFolders.h"
+#include "platform/posix/SystemFacts.h"
 
 namespace {
-
-/// Where a link leads, or empty.
-std::string LinkText(const FolderItem& link) {
-  std::string text(PATH_MAX, '\0');
-  const ssize_t length = ::readlink(link.NativePath().c_str(), text.data(), text.size());
-  text.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
-  return text;
-}
 
 constexpr const char* kStandardInput = "/dev/stdin";
 
@@ -55,7 +41,7 @@ std::int64_t PosixMachine::Ticks() {
 }
 
 std::string PosixMachine::ExecutableFile() {
-  return LinkText(FolderItem("/proc/self/exe"));
+  return OwnExecutable();
 }
 
 std::string PosixMachine::HomeFolder() {
@@ -85,12 +71,9 @@ PosixMachine::~PosixMachine() {
 }
 
 bool PosixMachine::InstalledMemory(std::int64_t& megabytes) {
-  struct sysinfo info {};
-  if (::sysinfo(&info) != 0) return false;
-  // What the kernel keeps for itself is installed as well.
-  const std::uint64_t bytes = std::max(std::uint64_t{info.totalram} * info.mem_unit, OnlineMemory());
-  megabytes = static_cast<std::int64_t>(bytes / 1'000'000);
-  return true;
+  const std::uint64_t bytes = InstalledBytes();
+  if (bytes > 0) megabytes = static_cast<std::int64_t>(bytes / 1'000'000);
+  return bytes > 0;
 }
 
 bool PosixMachine::SystemVersion(std::int64_t& major, std::int64_t& minor) {
@@ -131,29 +114,19 @@ void PosixMachine::ForbidCoreDumps() {
   const rlimit none{0, 0};
   // Either is enough, and both are this process's own to set.
   static_cast<void>(::setrlimit(RLIMIT_CORE, &none));
-  static_cast<void>(::prctl(PR_SET_DUMPABLE, 0));
+  HideMemoryFromDumps();
 }
 
 bool PosixMachine::IsRunBelow(const FolderItem& folder) {
-  const std::string place = folder.ResolvedPath();
-  for (const FolderItem& process : FolderItem("/proc").Children())
-    if (LiesIn(LinkText(process.Child("exe")), place)) return true;
-  return false;
+  return ProcessRunsBelow(folder.ResolvedPath());
 }
 
 bool PosixMachine::IsOpenBelow(const FolderItem& folder) {
-  const std::string place = folder.ResolvedPath();
-  for (const FolderItem& process : FolderItem("/proc").Children())
-    for (const FolderItem& file : process.Child("fd").Children())
-      if (LiesIn(LinkText(file), place)) return true;
-  return IsRunBelow(folder);
+  return ProcessHasOpenBelow(folder.ResolvedPath()) || IsRunBelow(folder);
 }
 
 bool PosixMachine::IsDisc(const FolderItem& folder) {
-  constexpr decltype(statfs::f_type) kUdf = 0x15013346;
-  struct statfs info {};
-  return ::statfs(folder.NativePath().c_str(), &info) == 0 &&
-         (info.f_type == ISOFS_SUPER_MAGIC || info.f_type == kUdf);
+  return LiesOnDisc(folder.NativePath());
 }
 
 bool PosixMachine::Launch(const FolderItem& item) {

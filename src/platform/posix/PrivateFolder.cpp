@@ -8,12 +8,12 @@
 #include <set>
 #include <string_view>
 
+#include "base/Descriptor.h"
+#include "base/LockedFolder.h"
+#include "base/TreeDelete.h"
 #include "platform/posix/Aside.h"
-#include "platform/posix/Descriptor.h"
 #include "platform/posix/HelperExpansion.h"
-#include "platform/posix/LockedFolder.h"
 #include "platform/posix/Process.h"
-#include "platform/posix/TreeDelete.h"
 
 namespace {
 

@@ -6,7 +6,6 @@
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
-#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -16,8 +15,9 @@
 #include <ctime>
 #include <utility>
 
-#include "platform/posix/Descriptor.h"
-#include "platform/posix/WriteAll.h"
+#include "base/Descriptor.h"
+#include "base/SystemFiles.h"
+#include "base/WriteAll.h"
 
 namespace {
 
@@ -90,8 +90,8 @@ std::vector<std::string> EnvironmentWithTools(const std::string& folder) {
 
 /// A file without a name that holds `text`, at its beginning: nobody waits until it has been read, however
 /// long it is. None where the memory isn't there. `flags` are memfd_create(2)'s.
-Descriptor TextInMemory(std::string_view text, unsigned flags) {
-  Descriptor file(::memfd_create("text", flags));
+Descriptor TextInMemory(std::string_view text, bool inherited) {
+  Descriptor file = OpenInMemory(inherited);
   if (file && (!WriteAll(file.Get(), text.data(), text.size()) || ::lseek(file.Get(), 0, SEEK_SET) != 0))
     file = Descriptor();
   return file;
@@ -168,9 +168,9 @@ int RunShellLine(const std::string& line, const std::string& toolFolder, const W
   // The system takes no longer word; as a file a line of any length is the shell's.
   Descriptor file;
   if (line.size() >= kLongestWord) {
-    file = TextInMemory(line, 0);
+    file = TextInMemory(line, true);
     if (!file) return 127;
-    words = {"/proc/self/fd/" + std::to_string(file.Get())};
+    words = {PathOfDescriptor(file.Get())};
   }
   const pid_t id = setup.Start("/bin/sh", words, environment.data());
   return id <= 0 ? 127 : WaitFor(id, wait);
@@ -197,7 +197,7 @@ int RunWithInput(const std::string& program, const std::vector<std::string>& arg
 
 void StartWithText(const std::string& program, const std::string& text) {
   constexpr int kLongestWait = 2000;  // milliseconds
-  const Descriptor input = TextInMemory(text, MFD_CLOEXEC);
+  const Descriptor input = TextInMemory(text, false);
   int output[2] = {-1, -1};
   if (!input || ::pipe2(output, O_CLOEXEC) != 0) return;
   const Descriptor outputRead(output[0]);

@@ -2,14 +2,14 @@
 #include "platform/posix/Replace.h"
 
 #include <fcntl.h>
-#include <stdio.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 
+#include "base/SystemFiles.h"
+#include "base/TreeDelete.h"
 #include "platform/posix/Aside.h"
-#include "platform/posix/TreeDelete.h"
 #include "platform/posix/TreeLook.h"
 
 namespace {
@@ -44,7 +44,7 @@ class Unlocked {
 };
 
 bool Exchange(const std::string& a, const std::string& b) {
-  return ::renameat2(AT_FDCWD, a.c_str(), AT_FDCWD, b.c_str(), RENAME_EXCHANGE) == 0;
+  return ExchangeItems(AT_FDCWD, a.c_str(), AT_FDCWD, b.c_str());
 }
 
 bool IsInTheWay(int error) {

@@ -7,8 +7,9 @@
 
 #include <vector>
 
-#include "platform/posix/Descriptor.h"
-#include "platform/posix/FolderNames.h"
+#include "base/Descriptor.h"
+#include "base/FolderNames.h"
+#include "base/SystemFiles.h"
 
 namespace {
 
@@ -37,22 +38,19 @@ class TreeLook {
 
   void LookAt(int parent, const Rights& rights, const std::string& name, bool outermost) {
     if (++fCount % 256 == 0) fTick();
-    struct statx info {};
-    constexpr unsigned kWanted = STATX_TYPE | STATX_BLOCKS | STATX_NLINK | STATX_UID;
-    if (::statx(parent, name.c_str(), AT_SYMLINK_NOFOLLOW, kWanted, &info) != 0) return;
-    constexpr std::uint64_t kFrozen = STATX_ATTR_IMMUTABLE | STATX_ATTR_APPEND;
-    if ((info.stx_attributes & kFrozen) != 0) facts.deletable = false;
-    if (rights.onlyOwn && info.stx_uid != ::geteuid()) facts.deletable = false;
-    if ((info.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0) {
+    ItemFacts item;
+    if (!LookAtItem(parent, name.c_str(), item)) return;
+    if (item.frozen || (rights.onlyOwn && item.owner != ::geteuid())) facts.deletable = false;
+    if (item.mounted) {
       facts.deletable = false;
       return;
     }
     // A file that bears another name stays on the disk.
-    if (S_ISDIR(info.stx_mode) || info.stx_nlink == 1) {
-      facts.bytes += info.stx_blocks * 512;
+    if (S_ISDIR(item.mode) || item.names == 1) {
+      facts.bytes += item.bytes;
       ++facts.items;
     }
-    if (S_ISDIR(info.stx_mode)) LookInto(parent, name, outermost);
+    if (S_ISDIR(item.mode)) LookInto(parent, name, outermost);
   }
 
  private:

@@ -4,14 +4,12 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include <string_view>
-
-#include "platform/posix/Descriptor.h"
-#include "platform/posix/SiblingName.h"
+#include "base/Descriptor.h"
+#include "base/SiblingName.h"
+#include "base/SystemFiles.h"
 
 namespace {
 
-constexpr std::string_view kOwnDescriptors = "/proc/self/fd/";
 constexpr mode_t kOwnerOnly = S_IRUSR | S_IWUSR;
 
 /// For file systems that make no file without a name: it loses its name at once.
@@ -34,16 +32,16 @@ UnnamedFile::~UnnamedFile() = default;
 
 std::optional<UnnamedFile> UnnamedFile::Make(const FolderItem& folder) {
   auto held = std::make_unique<Held>();
-  held->file = Descriptor(::open(folder.NativePath().c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, kOwnerOnly));
+  held->file = OpenUnnamed(folder.NativePath());
   if (!held->file) held->file = MakeAndUnlink(SiblingName(folder.Child("archive").NativePath()));
   if (!held->file) return std::nullopt;
   return UnnamedFile(std::move(held));
 }
 
 FolderItem UnnamedFile::Item() const {
-  return FolderItem(std::string(kOwnDescriptors) + std::to_string(fHeld->file.Get()));
+  return FolderItem(PathOfDescriptor(fHeld->file.Get()));
 }
 
 bool UnnamedFile::IsOne(const FolderItem& item) {
-  return item.NativePath().starts_with(kOwnDescriptors);
+  return IsPathOfDescriptor(item.NativePath());
 }

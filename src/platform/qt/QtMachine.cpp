@@ -11,9 +11,9 @@
 #include <QWindow>
 
 #include "platform/Application.h"
-#include "platform/posix/Launch.h"
+#include "platform/desktop/Launch.h"
+#include "platform/desktop/X11Reader.h"
 #include "platform/posix/Process.h"
-#include "platform/posix/X11Reader.h"
 #include "platform/qt/InputDropped.h"
 
 void QtMachine::DoEvents(int milliseconds) {

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+// What an archive will make, settled before the first byte is written. Needs the archive's bytes only.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <set>
+#include <vector>
+
+#include "archive/reading/Directory.h"
+#include "archive/planning/Links.h"
+#include "archive/Result.h"
+#include "archive/Source.h"
+#include "archive/planning/Tree.h"
+
+namespace archive {
+
+struct Plan {
+  Directory directory;
+  Tree tree;
+  std::vector<NodeId> files;  // by the place of their data
+  std::vector<Link> links;
+  std::set<NodeId> linkedTo;  // top-level items that links reach by their names
+  std::uint64_t bytes = 0;    // of all files
+
+  const Entry& EntryOf(NodeId node) const { return directory.entries[tree[node].entry]; }
+};
+
+/// A name that a run takes for its staging folder; no archive may bring one.
+bool IsStagingName(std::string_view name);
+
+/// Reads and judges the whole structure: directory, local headers, names, links. Gives up where `stop` is
+/// set.
+Result<Plan> ReadPlan(const Source& source, unsigned threads, const std::atomic<bool>* stop = nullptr);
+
+}  // namespace archive

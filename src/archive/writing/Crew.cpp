@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+// Starts, watches and joins the workers.
+#include "archive/writing/Crew.h"
+
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <optional>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+#include "archive/Wall.h"
+
+namespace archive {
+namespace {
+
+/// Folder descriptors for each worker: plenty, but never the process's last ones.
+std::size_t DescriptorsEach(unsigned workers) {
+  constexpr std::size_t kPlenty = 512, kOthers = 32;
+  rlimit limit{};
+  if (getrlimit(RLIMIT_NOFILE, &limit) != 0) limit.rlim_cur = 256;
+  const std::size_t spare = limit.rlim_cur > kOthers ? static_cast<std::size_t>(limit.rlim_cur) - kOthers : 0;
+  return std::clamp<std::size_t>(spare / 2 / workers, 2, kPlenty);
+}
+
+/// Counts the workers that are still at it.
+class Muster {
+ public:
+  void Started() {
+    const std::lock_guard lock(fMutex);
+    ++fBusy;
+  }
+  void Finished() {
+    const std::lock_guard lock(fMutex);
+    --fBusy;
+    fChanged.notify_all();
+  }
+  /// False once nobody is at work; waits a moment for that.
+  bool StillBusy() {
+    constexpr std::chrono::milliseconds kMoment(50);
+    std::unique_lock lock(fMutex);
+    return !fChanged.wait_for(lock, kMoment, [this] { return fBusy == 0; });
+  }
+
+ private:
+  std::mutex fMutex;
+  std::condition_variable fChanged;
+  unsigned fBusy = 0;
+};
+
+}  // namespace
+
+Status RunCrew(Work& work, unsigned workers, bool wall, const std::atomic<bool>* stop,
+               const std::function<void(std::uint64_t)>& tell) {
+  work.descriptors = DescriptorsEach(workers);
+  std::optional<FolderWall> folderWall;
+  if (wall) folderWall.emplace(work.root);
+  Muster muster;
+  const auto run = [&](unsigned number) {
+    try {
+      if (folderWall) folderWall->Enter();
+      Worker(work, number).Run();
+    } catch (const std::bad_alloc&) {
+      work.Fail(Fail("there is not enough memory"));
+    }
+    muster.Finished();
+  };
+  // Joined whatever happens.
+  std::vector<std::jthread> threads;
+  for (unsigned number = 0; number < workers; ++number) {
+    muster.Started();
+    try {
+      threads.emplace_back(run, number);
+    } catch (const std::system_error&) {  // fewer will do, but somebody must
+      muster.Finished();
+      if (threads.empty()) work.Fail(Fail("could not start a thread"));
+      break;
+    }
+  }
+  while (muster.StillBusy()) {
+    if (Stopped(stop)) work.Fail(Interrupted());
+    tell(work.written);
+  }
+  for (std::jthread& thread : threads) thread.join();
+  tell(work.written);
+  return work.Failure();
+}
+
+}  // namespace archive

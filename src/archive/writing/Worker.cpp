@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: MIT
+// Creates files below the folders' descriptors and fills them.
+#include "archive/writing/Worker.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <new>
+#include <optional>
+#include <system_error>
+
+#include "archive/planning/Room.h"
+#include "base/Descriptor.h"
+#include "base/WriteAll.h"
+
+namespace archive {
+namespace {
+
+bool SetModified(int file, std::int64_t seconds) {
+  const timespec times[2] = {{0, UTIME_OMIT}, {seconds, 0}};
+  return futimens(file, times) == 0;
+}
+
+/// Checks and writes the pieces of one large file.
+class FileTaker : public Taker {
+ public:
+  FileTaker(Work& work, const Entry& entry, int file) : fWork(work), fEntry(entry), fFile(file) {}
+
+  Status Take(Bytes piece) override {
+    fCrc = Crc32(fCrc, piece);
+    if (!fWork.OnlyChecks() && !WriteAll(fFile, piece.data(), piece.size()))
+      return FailedCall("write", fEntry.name);
+    fWork.written.fetch_add(piece.size(), std::memory_order_relaxed);
+    return {};
+  }
+
+  bool Verified() const { return fCrc == fEntry.crc; }
+
+ private:
+  Work& fWork;
+  const Entry& fEntry;
+  const int fFile;
+  std::uint32_t fCrc = 0;
+};
+
+}  // namespace
+
+void Work::Fail(Status status) {
+  const std::lock_guard lock(fMutex);
+  if (fFailure.Ok()) fFailure = std::move(status);
+  stop = true;
+}
+
+Status Work::Failure() {
+  const std::lock_guard lock(fMutex);
+  return fFailure;
+}
+
+Worker::Worker(Work& work, unsigned number)
+    : fWork(work),
+      fNumber(number),
+      fFolders(work.plan, work.root, work.descriptors, &work.made),
+      fInflater(work.stop) {}
+
+void Worker::Run() try {
+  while (!fWork.stop) {
+    const Job* job = fWork.jobs.Next(fNumber);
+    if (job == nullptr) return;
+    Status status = Do(*job);
+    if (!status.Ok()) fWork.Fail(std::move(status));
+  }
+} catch (const std::bad_alloc&) {
+  fWork.Fail(archive::Fail("there is not enough memory"));
+} catch (const std::system_error&) {
+  fWork.Fail(archive::Fail("could not start a thread"));
+}
+
+Status Worker::Do(const Job& job) {
+  if (job.way == Job::Way::Whole) return WriteWhole(job);
+  return WriteStream(fWork.plan.files[job.first], job.way == Job::Way::Shared);
+}
+
+Status Worker::WriteWhole(const Job& run) {
+  const std::size_t room = fWork.jobs.Room();
+  if (!fRoom) fRoom = std::make_unique_for_overwrite<unsigned char[]>(room);
+  const Plan& plan = fWork.plan;
+  const Entry& first = plan.EntryOf(plan.files[run.first]);
+  const Entry& last = plan.EntryOf(plan.files[run.first + run.count - 1]);
+  const std::size_t length = last.data + last.compressed - first.data;
+  unsigned char* const packed = fRoom.get() + room - length;
+  if (!fWork.source.ReadAt(first.data, packed, length)) return FailedRead(run, packed);
+  for (std::size_t i = 0; i < run.count && !fWork.stop; ++i) {
+    const NodeId node = plan.files[run.first + i];
+    const Entry& entry = plan.EntryOf(node);
+    Status status = WriteFile(node, {packed + (entry.data - first.data), entry.compressed});
+    if (!status.Ok()) return status;
+  }
+  return {};
+}
+
+/// Reads one after the other, to name the one.
+Status Worker::FailedRead(const Job& run, unsigned char* packed) {
+  const int why = errno;
+  for (std::size_t i = 0; i < run.count; ++i) {
+    const Entry& entry = fWork.plan.EntryOf(fWork.plan.files[run.first + i]);
+    if (!fWork.source.ReadAt(entry.data, packed, entry.compressed))
+      return FailedCall("read the data of the entry", entry.name);
+  }
+  errno = why;
+  return FailedCall("read the archive");  // between the entries, or it can be read now
+}
+
+Result<int> Worker::Create(NodeId node) {
+  const Entry& entry = fWork.plan.EntryOf(node);
+  const int folder = fFolders.Open(fWork.plan.tree[node].parent);
+  if (folder < 0) return FailedCall("make the folder of the entry", entry.name);
+  const int file = openat(folder, CName(fWork.plan.tree[node].name),
+                          O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, entry.mode);
+  if (file < 0) return FailedCall("create", entry.name);
+  return file;
+}
+
+Status Worker::WriteFile(NodeId node, Bytes packed) {
+  const Entry& entry = fWork.plan.EntryOf(node);
+  Result<Bytes> content = fInflater.Whole(packed, entry, {fRoom.get(), entry.size});
+  if (!content.Ok()) return content.Failure();
+  if (fWork.OnlyChecks()) {
+    fWork.written.fetch_add(content->size(), std::memory_order_relaxed);
+    return {};
+  }
+  Result<int> created = Create(node);
+  if (!created.Ok()) return created.Failure();
+  Descriptor file(*created);
+  if (!WriteAll(file.Get(), content->data(), content->size())) return FailedCall("write", entry.name);
+  if (!SetModified(file.Get(), entry.modified)) return FailedCall("set the time of", entry.name);
+  if (!file.Close()) return FailedCall("write", entry.name);
+  fWork.written.fetch_add(content->size(), std::memory_order_relaxed);
+  return {};
+}
+
+Status Worker::AdmitBeyond(std::uint64_t bytes) {
+  if (fWork.OnlyChecks()) return {};
+  const std::uint64_t all = fWork.plan.bytes + (fWork.beyond += bytes);
+  return CheckRoom(fWork.root, all - std::min<std::uint64_t>(fWork.written, all), 0);
+}
+
+Status Worker::WriteStream(NodeId node, bool shared) {
+  const Entry& entry = fWork.plan.EntryOf(node);
+  Result<int> created = fWork.OnlyChecks() ? Result<int>(Work::kNowhere) : Create(node);
+  if (!created.Ok()) return created.Failure();
+  Descriptor file(*created);
+  FileTaker taker(fWork, entry, file.Get());
+  Status status;
+  const auto admit = [this](std::uint64_t bytes) { return AdmitBeyond(bytes); };
+  std::optional<PipedOutlet> piped;
+  if (shared) {
+    try {
+      piped.emplace(taker);
+    } catch (const std::system_error&) {
+      // one thread does both
+    }
+  }
+  if (piped) {
+    status = fInflater.Stream(fWork.source, entry, *piped, admit);
+    Status closed = piped->Close();
+    if (status.Ok()) status = closed;
+  } else {
+    DirectOutlet outlet(fPiece, taker);
+    status = fInflater.Stream(fWork.source, entry, outlet, admit);
+  }
+  if (!status.Ok()) return status;
+  if (!taker.Verified()) return archive::Fail("the checksum of the entry ", Quoted(entry.name), " is wrong");
+  if (fWork.OnlyChecks()) return {};
+  if (!SetModified(file.Get(), entry.modified)) return FailedCall("set the time of", entry.name);
+  return file.Close() ? Status() : FailedCall("write", entry.name);
+}
+
+}  // namespace archive
