@@ -11,7 +11,8 @@ namespace archive {
 namespace {
 
 std::string Reason(int error) {
-  return error == 0 ? "the file ends too early" : std::strerror(error);
+  if (error == 0) return "the file ends too early";
+  return error == EBADMSG ? "what is packed there is damaged" : std::strerror(error);
 }
 
 }  // namespace

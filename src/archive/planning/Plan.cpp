@@ -4,7 +4,9 @@
 
 #include <algorithm>
 
+#include "archive/planning/Solid.h"
 #include "archive/reading/EndRecord.h"
+#include "archive/reading/FrameSource.h"
 #include "archive/reading/Inflate.h"
 #include "archive/reading/LocalHeaders.h"
 #include "archive/reading/Wrapped.h"
@@ -56,6 +58,7 @@ Status AddItems(Plan& plan, const std::atomic<bool>* stop) {
 Status CollectFilesAndLinks(const Source& source, Plan& plan) {
   TargetReader targets(source);
   const std::vector<Node>& nodes = plan.tree.Nodes();
+  std::vector<NodeId> links;
   for (NodeId node = kRoot + 1; node < nodes.size(); ++node) {
     if (nodes[node].kind == Kind::Folder) continue;
     const Entry& entry = plan.EntryOf(node);
@@ -65,14 +68,63 @@ Status CollectFilesAndLinks(const Source& source, Plan& plan) {
         return Fail("the entry ", Quoted(entry.name), " is too large");
       continue;
     }
-    Result<std::string> target = targets.Read(entry);
-    if (!target.Ok()) return target.Failure();
-    plan.links.push_back({node, std::move(*target)});
+    links.push_back(node);
   }
   const auto before = [&](NodeId a, NodeId b) { return plan.EntryOf(a).data < plan.EntryOf(b).data; };
   if (!std::is_sorted(plan.files.begin(), plan.files.end(), before))
     std::sort(plan.files.begin(), plan.files.end(), before);
+  // In the order of the file: a frame that holds many of them is decoded once.
+  std::sort(links.begin(), links.end(), before);
+  for (const NodeId node : links) {
+    Result<std::string> target = targets.Read(plan.EntryOf(node));
+    if (!target.Ok()) return target.Failure();
+    plan.links.push_back({node, std::move(*target)});
+  }
   return {};
+}
+
+Result<DirectoryPlace> ReadDirectoryInto(Plan& plan, const Source& source, const std::atomic<bool>* stop) {
+  Result<DirectoryPlace> place = FindDirectory(source);
+  if (!place.Ok()) return place;
+  Result<Directory> directory = ReadDirectory(source, *place, stop);
+  if (!directory.Ok()) return directory.Failure();
+  plan.directory = std::move(*directory);
+  return place;
+}
+
+Result<Plan> PlanZip(const Source& source, unsigned threads, const std::atomic<bool>* stop) {
+  Plan plan;
+  Result<DirectoryPlace> place = ReadDirectoryInto(plan, source, stop);
+  if (!place.Ok()) return place.Failure();
+  std::vector<Entry>& entries = plan.directory.entries;
+  if (place->wrapped) {
+    Status status = RecoverWrapped(source, entries, place->start, stop);
+    if (!status.Ok()) return status;
+  }
+  Status added;
+  Status status = CheckLocalHeaders(source, entries, OrderInFile(entries), place->start, threads, stop,
+                                    [&] { added = AddItems(plan, stop); });
+  if (status.Ok()) status = added;
+  if (status.Ok()) status = CollectFilesAndLinks(source, plan);
+  if (status.Ok()) status = CheckLinks(plan.tree, plan.links, plan.linkedTo);
+  if (!status.Ok()) return status;
+  return plan;
+}
+
+Result<Plan> PlanSolid(const FrameSource& content, const std::atomic<bool>* stop) {
+  Plan plan;
+  Result<DirectoryPlace> place = ReadDirectoryInto(plan, content, stop);
+  if (!place.Ok()) return place.Failure();
+  std::vector<Entry>& entries = plan.directory.entries;
+  plan.solid.order = OrderInFile(entries);
+  Status status = PlaceEntries(*place, plan.solid.order, entries);
+  if (status.Ok()) status = AddItems(plan, stop);
+  if (status.Ok()) status = CollectFilesAndLinks(content, plan);
+  if (status.Ok()) status = CheckLinks(plan.tree, plan.links, plan.linkedTo);
+  if (!status.Ok()) return status;
+  plan.solid.files.assign(entries.size(), kNoNode);
+  for (const NodeId node : plan.files) plan.solid.files[plan.tree[node].entry] = node;
+  return plan;
 }
 
 }  // namespace
@@ -89,25 +141,13 @@ bool IsStagingName(std::string_view name) {
 }
 
 Result<Plan> ReadPlan(const Source& source, unsigned threads, const std::atomic<bool>* stop) {
-  Result<DirectoryPlace> place = FindDirectory(source);
-  if (!place.Ok()) return place.Failure();
-  Result<Directory> directory = ReadDirectory(source, *place, stop);
-  if (!directory.Ok()) return directory.Failure();
-
-  Plan plan;
-  plan.directory = std::move(*directory);
-  std::vector<Entry>& entries = plan.directory.entries;
-  if (place->wrapped) {
-    Status status = RecoverWrapped(source, entries, place->start, stop);
-    if (!status.Ok()) return status;
-  }
-  Status added;
-  Status status = CheckLocalHeaders(source, entries, OrderInFile(entries), place->start, threads, stop,
-                                    [&] { added = AddItems(plan, stop); });
-  if (status.Ok()) status = added;
-  if (status.Ok()) status = CollectFilesAndLinks(source, plan);
-  if (status.Ok()) status = CheckLinks(plan.tree, plan.links, plan.linkedTo);
-  if (!status.Ok()) return status;
+  if (!IsZstandard(source)) return PlanZip(source, threads, stop);
+  Result<std::vector<Frame>> frames = ReadFrames(source);
+  if (!frames.Ok()) return frames.Failure();
+  const FrameSource content(source, *frames);
+  if (IsZstandard(content)) return Fail("the archive is packed twice");
+  Result<Plan> plan = PlanSolid(content, stop);
+  if (plan.Ok()) plan->solid.frames = std::move(*frames);
   return plan;
 }
 

@@ -7,13 +7,23 @@
 #include <set>
 #include <vector>
 
-#include "archive/reading/Directory.h"
-#include "archive/planning/Links.h"
 #include "archive/Result.h"
 #include "archive/Source.h"
+#include "archive/planning/Links.h"
 #include "archive/planning/Tree.h"
+#include "archive/reading/Directory.h"
+#include "archive/reading/Zstandard.h"
 
 namespace archive {
+
+/// Of an archive that is packed as a whole.
+struct SolidPlan {
+  std::vector<Frame> frames;         // none in any other archive
+  std::vector<std::uint32_t> order;  // entries, by their places in the content
+  std::vector<NodeId> files;         // of each entry; kNoNode for what is no file
+
+  bool Is() const { return !frames.empty(); }
+};
 
 struct Plan {
   Directory directory;
@@ -22,6 +32,7 @@ struct Plan {
   std::vector<Link> links;
   std::set<NodeId> linkedTo;  // top-level items that links reach by their names
   std::uint64_t bytes = 0;    // of all files
+  SolidPlan solid;
 
   const Entry& EntryOf(NodeId node) const { return directory.entries[tree[node].entry]; }
 };

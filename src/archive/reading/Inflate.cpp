@@ -76,6 +76,10 @@ std::uint32_t Crc32(std::uint32_t crc, Bytes bytes) {
   return crc32_gzip_refl(crc, bytes.data(), bytes.size());
 }
 
+Status WrongChecksum(const Entry& entry) {
+  return Fail("the checksum of the entry ", Quoted(entry.name), " is wrong");
+}
+
 bool MayBeLonger(const Entry& entry) {
   constexpr std::uint64_t kBestRatio = 1032;  // of deflate
   return entry.sizeWraps && entry.Deflated() && entry.compressed >= kWrap32 / kBestRatio;
@@ -96,8 +100,7 @@ Result<Bytes> Inflater::Whole(Bytes packed, const Entry& entry, std::span<unsign
     if (made != entry.size) return WrongLength(entry, "shorter");
     content = room.first(made);
   }
-  if (Crc32(0, content) != entry.crc)
-    return Fail("the checksum of the entry ", Quoted(entry.name), " is wrong");
+  if (Crc32(0, content) != entry.crc) return WrongChecksum(entry);
   return content;
 }
 

@@ -11,16 +11,19 @@
 #include <memory>
 #include <span>
 
-#include "archive/reading/Directory.h"
-#include "archive/reading/Outlet.h"
 #include "archive/Result.h"
 #include "archive/Source.h"
+#include "archive/reading/Directory.h"
+#include "archive/reading/Outlet.h"
 
 namespace archive {
 
 using Bytes = std::span<const unsigned char>;
 
 std::uint32_t Crc32(std::uint32_t crc, Bytes bytes);
+
+/// For an entry whose content has another checksum than it states.
+Status WrongChecksum(const Entry& entry);
 
 /// Whether the content may be longer than stated by multiples of 2^32: the writer knew no longer lengths, and
 /// there are enough packed bytes.

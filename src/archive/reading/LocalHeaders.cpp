@@ -53,6 +53,55 @@ bool SameUnicodePath(const Entry& entry, const Extras& extras) {
   return path == name;
 }
 
+/// What a local header says besides its name.
+struct LocalFields {
+  std::uint64_t compressed = 0, size = 0;
+  std::uint32_t crc = 0;
+  std::size_t extraLength = 0;
+
+  bool IsLong() const { return compressed == kIn64Of32 || size == kIn64Of32; }
+  bool NeedsExtra() const { return extraLength > 0 || IsLong(); }
+};
+
+/// `p` holds the fixed part and as many bytes more as the entry's name has.
+Status CompareFixed(const char* p, const Entry& entry, LocalFields& fields) {
+  if (Load32(p) != local::kMark) return Disagrees(entry, "is missing");
+  if (std::string_view(p + local::kLength, entry.storedName.size()) != entry.storedName ||
+      Load16(p + local::kNameLength) != entry.storedName.size())
+    return Disagrees(entry, "has another name");
+  const unsigned compared = flag::kEncrypted | flag::kDescriptor | flag::kStrong | flag::kMasked |
+                            (IsAscii(entry.storedName) ? 0u : flag::kUtf8);
+  if ((Load16(p + local::kFlags) & compared) != (entry.flags & compared))
+    return Disagrees(entry, "has other flags");
+  if (Load16(p + local::kMethod) != entry.method) return Disagrees(entry, "has another method");
+  fields = {Load32(p + local::kCompressed), Load32(p + local::kSize), Load32(p + local::kCrc),
+            Load16(p + local::kExtraLength)};
+  return {};
+}
+
+Status CompareLengths(LocalFields fields, std::string_view extraArea, const Entry& entry,
+                      bool& needsDescriptor) {
+  if (fields.NeedsExtra()) {
+    const auto extras = ReadExtras(extraArea);
+    if (!extras && fields.IsLong()) return Disagrees(entry, "has damaged extra fields");
+    if (extras && !SameUnicodePath(entry, *extras)) return Disagrees(entry, "has another name");
+    Zip64Values values(extras.value_or(Extras{}));
+    if (!values.Take(fields.size) || !values.Take(fields.compressed))
+      return Disagrees(entry, "lacks its zip64 values");
+  }
+  const bool same = fields.crc == entry.crc &&
+                    SameLength(fields.compressed, entry.compressed, entry.sizeWraps) &&
+                    SameLength(fields.size, entry.size, entry.sizeWraps);
+  if (same) return {};
+  const bool streamed = entry.flags & flag::kDescriptor;
+  if (!streamed || (fields.crc != 0 && fields.crc != entry.crc) ||
+      (fields.compressed != 0 && fields.compressed != entry.compressed) ||
+      (fields.size != 0 && fields.size != entry.size))
+    return Disagrees(entry, "states other lengths or another checksum");
+  needsDescriptor = true;
+  return {};
+}
+
 class Checker {
  public:
   explicit Checker(const Source& source) : fPeek(source) {}
@@ -76,48 +125,31 @@ class Checker {
   Status Header(Entry& entry, bool& needsDescriptor) {
     const char* p = fPeek.At(entry.header, local::kLength + entry.storedName.size());
     if (p == nullptr) return FailedCall("read the archive at the entry", entry.name);
-    if (Load32(p) != local::kMark) return Disagrees(entry, "is missing");
-    const std::size_t nameLength = Load16(p + local::kNameLength);
-    const std::size_t extraLength = Load16(p + local::kExtraLength);
-    if (std::string_view(p + local::kLength, std::min(nameLength, entry.storedName.size())) !=
-            entry.storedName ||
-        nameLength != entry.storedName.size())
-      return Disagrees(entry, "has another name");
-    const unsigned compared = flag::kEncrypted | flag::kDescriptor | flag::kStrong | flag::kMasked |
-                              (IsAscii(entry.storedName) ? 0u : flag::kUtf8);
-    if ((Load16(p + local::kFlags) & compared) != (entry.flags & compared))
-      return Disagrees(entry, "has other flags");
-    if (Load16(p + local::kMethod) != entry.method) return Disagrees(entry, "has another method");
-
-    const std::uint32_t crc = Load32(p + local::kCrc);
-    std::uint64_t compressed = Load32(p + local::kCompressed), size = Load32(p + local::kSize);
-    if (extraLength > 0 || compressed == kIn64Of32 || size == kIn64Of32) {
-      const char* area = fPeek.At(entry.header + local::kLength + nameLength, extraLength);
-      if (area == nullptr) return FailedCall("read the archive at the entry", entry.name);
-      const auto extras = ReadExtras({area, extraLength});
-      const bool isLong = compressed == kIn64Of32 || size == kIn64Of32;
-      if (!extras && isLong) return Disagrees(entry, "has damaged extra fields");
-      if (extras && !SameUnicodePath(entry, *extras)) return Disagrees(entry, "has another name");
-      Zip64Values values(extras.value_or(Extras{}));
-      if (!values.Take(size) || !values.Take(compressed)) return Disagrees(entry, "lacks its zip64 values");
-    }
-    entry.data = entry.header + local::kLength + nameLength + extraLength;
-
-    const bool same = crc == entry.crc && SameLength(compressed, entry.compressed, entry.sizeWraps) &&
-                      SameLength(size, entry.size, entry.sizeWraps);
-    if (same) return {};
-    const bool streamed = entry.flags & flag::kDescriptor;
-    if (!streamed || (crc != 0 && crc != entry.crc) || (compressed != 0 && compressed != entry.compressed) ||
-        (size != 0 && size != entry.size))
-      return Disagrees(entry, "states other lengths or another checksum");
-    needsDescriptor = true;
-    return {};
+    LocalFields fields;
+    Status status = CompareFixed(p, entry, fields);
+    if (!status.Ok()) return status;
+    const std::uint64_t extra = entry.header + local::kLength + entry.storedName.size();
+    entry.data = extra + fields.extraLength;
+    const char* area = fields.NeedsExtra() ? fPeek.At(extra, fields.extraLength) : "";
+    if (area == nullptr) return FailedCall("read the archive at the entry", entry.name);
+    return CompareLengths(fields, {area, fields.NeedsExtra() ? fields.extraLength : 0}, entry,
+                          needsDescriptor);
   }
 
   Peek fPeek;
 };
 
 }  // namespace
+
+Status CompareLocalHeader(std::string_view header, const Entry& entry) {
+  const std::size_t fixed = local::kLength + entry.storedName.size();
+  LocalFields fields;
+  Status status = CompareFixed(header.data(), entry, fields);
+  if (!status.Ok()) return status;
+  if (fixed + fields.extraLength != header.size()) return Disagrees(entry, "has another length");
+  bool isStreamed = false;
+  return CompareLengths(fields, header.substr(fixed), entry, isStreamed);
+}
 
 std::vector<std::uint32_t> OrderInFile(const std::vector<Entry>& entries) {
   std::vector<std::uint32_t> order(entries.size());

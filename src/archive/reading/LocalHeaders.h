@@ -5,16 +5,20 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <string_view>
 #include <vector>
 
-#include "archive/reading/Directory.h"
 #include "archive/Result.h"
 #include "archive/Source.h"
+#include "archive/reading/Directory.h"
 
 namespace archive {
 
 /// Entries by the place of their headers.
 std::vector<std::uint32_t> OrderInFile(const std::vector<Entry>& entries);
+
+/// Whether a local header says what its entry does; `header` holds all its bytes, up to the data.
+Status CompareLocalHeader(std::string_view header, const Entry& entry);
 
 /// Reads every local header, and the record behind the data where there is one. Each must agree with its
 /// entry, and no entry may reach into the next one or into the directory at `limit`. Fills in Entry::data.

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <system_error>
@@ -14,6 +15,8 @@
 #include <vector>
 
 #include "archive/Wall.h"
+#include "archive/reading/FrameSource.h"
+#include "archive/writing/FrameWorker.h"
 
 namespace archive {
 namespace {
@@ -52,6 +55,22 @@ class Muster {
   unsigned fBusy = 0;
 };
 
+/// Room for the largest frame for each thread; fewer where there is no memory for all. Throws std::bad_alloc
+/// where there is none for one.
+std::vector<std::unique_ptr<FrameDecoder>> DecodersFor(const Work& work, unsigned workers) {
+  std::vector<std::unique_ptr<FrameDecoder>> decoders;
+  const std::vector<Frame>& frames = work.plan.solid.frames;
+  if (frames.empty()) return decoders;
+  const std::uint32_t room = LargestOf(frames);
+  while (decoders.size() < std::min<std::size_t>(workers, frames.size())) try {
+      decoders.push_back(std::make_unique<FrameDecoder>(work.source, room));
+    } catch (const std::bad_alloc&) {
+      if (decoders.empty()) throw;
+      break;
+    }
+  return decoders;
+}
+
 }  // namespace
 
 Status RunCrew(Work& work, unsigned workers, bool wall, const std::atomic<bool>* stop,
@@ -59,11 +78,17 @@ Status RunCrew(Work& work, unsigned workers, bool wall, const std::atomic<bool>*
   work.descriptors = DescriptorsEach(workers);
   std::optional<FolderWall> folderWall;
   if (wall) folderWall.emplace(work.root);
+  const bool solid = work.plan.solid.Is();
+  const auto decoders = DecodersFor(work, workers);
+  if (solid) workers = static_cast<unsigned>(decoders.size());
   Muster muster;
   const auto run = [&](unsigned number) {
     try {
       if (folderWall) folderWall->Enter();
-      Worker(work, number).Run();
+      if (solid)
+        FrameWorker(work, *decoders[number]).Run();
+      else
+        Worker(work, number).Run();
     } catch (const std::bad_alloc&) {
       work.Fail(Fail("there is not enough memory"));
     }

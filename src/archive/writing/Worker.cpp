@@ -2,10 +2,6 @@
 // Creates files below the folders' descriptors and fills them.
 #include "archive/writing/Worker.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <new>
@@ -18,11 +14,6 @@
 
 namespace archive {
 namespace {
-
-bool SetModified(int file, std::int64_t seconds) {
-  const timespec times[2] = {{0, UTIME_OMIT}, {seconds, 0}};
-  return futimens(file, times) == 0;
-}
 
 /// Checks and writes the pieces of one large file.
 class FileTaker : public Taker {
@@ -62,7 +53,7 @@ Status Work::Failure() {
 Worker::Worker(Work& work, unsigned number)
     : fWork(work),
       fNumber(number),
-      fFolders(work.plan, work.root, work.descriptors, &work.made),
+      fFiles(work.plan, work.root, work.descriptors, work.made),
       fInflater(work.stop) {}
 
 void Worker::Run() try {
@@ -113,16 +104,6 @@ Status Worker::FailedRead(const Job& run, unsigned char* packed) {
   return FailedCall("read the archive");  // between the entries, or it can be read now
 }
 
-Result<int> Worker::Create(NodeId node) {
-  const Entry& entry = fWork.plan.EntryOf(node);
-  const int folder = fFolders.Open(fWork.plan.tree[node].parent);
-  if (folder < 0) return FailedCall("make the folder of the entry", entry.name);
-  const int file = openat(folder, CName(fWork.plan.tree[node].name),
-                          O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, entry.mode);
-  if (file < 0) return FailedCall("create", entry.name);
-  return file;
-}
-
 Status Worker::WriteFile(NodeId node, Bytes packed) {
   const Entry& entry = fWork.plan.EntryOf(node);
   Result<Bytes> content = fInflater.Whole(packed, entry, {fRoom.get(), entry.size});
@@ -131,14 +112,12 @@ Status Worker::WriteFile(NodeId node, Bytes packed) {
     fWork.written.fetch_add(content->size(), std::memory_order_relaxed);
     return {};
   }
-  Result<int> created = Create(node);
-  if (!created.Ok()) return created.Failure();
-  Descriptor file(*created);
-  if (!WriteAll(file.Get(), content->data(), content->size())) return FailedCall("write", entry.name);
-  if (!SetModified(file.Get(), entry.modified)) return FailedCall("set the time of", entry.name);
-  if (!file.Close()) return FailedCall("write", entry.name);
-  fWork.written.fetch_add(content->size(), std::memory_order_relaxed);
-  return {};
+  Result<Descriptor> file = fFiles.Create(node);
+  if (!file.Ok()) return file.Failure();
+  if (!WriteAll(file->Get(), content->data(), content->size())) return FailedCall("write", entry.name);
+  Status status = FileMaker::Complete(std::move(*file), entry);
+  if (status.Ok()) fWork.written.fetch_add(content->size(), std::memory_order_relaxed);
+  return status;
 }
 
 Status Worker::AdmitBeyond(std::uint64_t bytes) {
@@ -149,10 +128,9 @@ Status Worker::AdmitBeyond(std::uint64_t bytes) {
 
 Status Worker::WriteStream(NodeId node, bool shared) {
   const Entry& entry = fWork.plan.EntryOf(node);
-  Result<int> created = fWork.OnlyChecks() ? Result<int>(Work::kNowhere) : Create(node);
-  if (!created.Ok()) return created.Failure();
-  Descriptor file(*created);
-  FileTaker taker(fWork, entry, file.Get());
+  Result<Descriptor> file = fWork.OnlyChecks() ? Result<Descriptor>(Descriptor()) : fFiles.Create(node);
+  if (!file.Ok()) return file.Failure();
+  FileTaker taker(fWork, entry, file->Get());
   Status status;
   const auto admit = [this](std::uint64_t bytes) { return AdmitBeyond(bytes); };
   std::optional<PipedOutlet> piped;
@@ -172,10 +150,8 @@ Status Worker::WriteStream(NodeId node, bool shared) {
     status = fInflater.Stream(fWork.source, entry, outlet, admit);
   }
   if (!status.Ok()) return status;
-  if (!taker.Verified()) return archive::Fail("the checksum of the entry ", Quoted(entry.name), " is wrong");
-  if (fWork.OnlyChecks()) return {};
-  if (!SetModified(file.Get(), entry.modified)) return FailedCall("set the time of", entry.name);
-  return file.Close() ? Status() : FailedCall("write", entry.name);
+  if (!taker.Verified()) return WrongChecksum(entry);
+  return fWork.OnlyChecks() ? Status() : FileMaker::Complete(std::move(*file), entry);
 }
 
 }  // namespace archive

@@ -7,10 +7,12 @@
 #include <memory>
 #include <mutex>
 
-#include "archive/writing/FolderCache.h"
 #include "archive/reading/Inflate.h"
-#include "archive/writing/Jobs.h"
 #include "archive/reading/Outlet.h"
+#include "archive/writing/Crossing.h"
+#include "archive/writing/FileMaker.h"
+#include "archive/writing/FolderCache.h"
+#include "archive/writing/Jobs.h"
 
 namespace archive {
 
@@ -32,6 +34,11 @@ struct Work {
   std::atomic<std::uint64_t> written{0};
   std::atomic<std::uint64_t> beyond{0};  // what entries turned out to hold above their stated lengths
   std::atomic<bool> stop{false};
+
+  /// Of a solid archive, whose jobs are its frames.
+  std::atomic<std::size_t> nextFrame{0};
+  CrossingHeaders crossingHeaders;
+  CrossingFiles crossingFiles;
 
   /// Keeps the first failure and stops all workers.
   void Fail(Status status);
@@ -55,11 +62,10 @@ class Worker {
   Status WriteFile(NodeId node, Bytes packed);
   Status WriteStream(NodeId node, bool shared);
   Status AdmitBeyond(std::uint64_t bytes);
-  Result<int> Create(NodeId node);
 
   Work& fWork;
   const unsigned fNumber;
-  FolderCache fFolders;
+  FileMaker fFiles;
   Inflater fInflater;
   std::unique_ptr<unsigned char[]> fRoom;  // the content from its start, what is packed at its end
   std::unique_ptr<unsigned char[]> fPiece;
