@@ -39,7 +39,7 @@ TEST_F(Command, StatusTellsWhatWentWrong) {
 
 TEST_F(Command, AFullDiskLeavesNothing) {
   Write("payload/noise", std::string(3'000'000, 'a'));
-  Write("good.json", Describe().dump());
+  Write("good.json", Describe({{"payload", {{"compression", "store"}}}}).dump());
   EXPECT_EQ(1, Run("(trap '' XFSZ; ulimit -f 1; " + program + "--runtime runtime good.json out/Setup.app)"));
   EXPECT_TRUE(fs::is_empty(Path("out")));
 }

@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: MIT
-// Zip archives: folders go in, existing ones are looked over.
+// Archives: folders go in, existing zips are looked over.
 #pragma once
 
 #include <filesystem>
 #include <string>
 
+#include "pack/archive/Compression.h"
+
 namespace pack {
 
-/// Zips all that `folder` holds, below the one top-level folder `top`, or at the top where `top` is empty.
-/// Access rights, times, links as links and empty folders are kept. Entries come in the order of their names.
-void ZipFolder(const std::string& field, const std::filesystem::path& folder, const std::string& top,
-               const std::filesystem::path& zip);
+/// Packs all that `folder` holds, below the one top-level folder `top`, or at the top where `top` is empty.
+/// Access rights, times, links as links and empty folders are kept. The same tree gives the same bytes.
+void ArchiveFolder(const std::string& field, const std::filesystem::path& folder, const std::string& top,
+                   const Compression& compression, const std::filesystem::path& archive);
 
 /// Refuses what is no zip, an empty one, and one with an entry that doesn't lie below `top` (if that isn't
 /// empty) or that climbs out by "..".

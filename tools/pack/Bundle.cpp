@@ -141,7 +141,7 @@ class Builder {
       fs::copy_file(source.zip, archive);
     } else {
       RefuseOwnFolder(field + ".folder", source.folder);
-      ZipFolder(field + ".folder", source.folder, top, archive);
+      ArchiveFolder(field + ".folder", source.folder, top, source.compression, archive);
     }
     return archive;
   }

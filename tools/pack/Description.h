@@ -10,13 +10,15 @@
 #include "pack/Notes.h"
 #include "pack/Picture.h"
 #include "pack/Scramble.h"
+#include "pack/archive/Compression.h"
 
 namespace pack {
 
-/// Content of an archive: a folder to be zipped, or a zip that exists. One of the two at most.
+/// Content of an archive: a folder to be packed, or a zip that exists. One of the two at most.
 struct Source {
   std::filesystem::path folder;
   std::filesystem::path zip;
+  Compression compression;  ///< of a folder
   bool Given() const { return !folder.empty() || !zip.empty(); }
 };
 

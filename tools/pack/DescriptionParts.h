@@ -13,7 +13,8 @@ namespace pack {
 /// Refuses what leads out of the folder that it counts from, or is no name at all.
 void CheckFolderName(const std::string& field, const std::string& name);
 
-/// The keys "folder" and "zip" of a section; at most one may be there.
+/// The keys "folder" and "zip" of a section, of which at most one may be there, and how a folder is packed:
+/// "compression" and "level".
 Source ReadSource(Section& section);
 
 std::vector<Item> ReadItems(Section& section, const std::string& key, bool option);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Choices and options, and the archives and folders that they name.
 #include <algorithm>
+#include <array>
+#include <utility>
 
 #include "choices/ItemList.h"
 #include "pack/DescriptionParts.h"
@@ -16,6 +18,19 @@ namespace {
 using nlohmann::json;
 
 constexpr std::size_t kLongestName = 255;  // of a file, in bytes
+
+// One of three names; the first one's meaning where the key is absent.
+template <typename Value>
+Value Named(Section& section, const std::string& key,
+            const std::array<std::pair<const char*, Value>, 3>& known) {
+  const json* value = section.Find(key);
+  if (value == nullptr) return known[0].second;
+  for (const auto& [name, meaning] : known) {
+    if (*value == name) return meaning;
+  }
+  throw Refusal(section.Name(key), std::string("must be \"") + known[0].first + "\", \"" + known[1].first +
+                                       "\" or \"" + known[2].first + "\"");
+}
 
 // Archives are stored under names of our own, which hold no comma and can't be taken for an address.
 Item ReadItem(Section section, bool option, const std::string& archiveName) {
@@ -46,9 +61,20 @@ Item ReadItem(Section section, bool option, const std::string& archiveName) {
 }  // namespace
 
 Source ReadSource(Section& section) {
-  Source source{section.Directory("folder"), section.File("zip")};
+  Source source{section.Directory("folder"), section.File("zip"), {}};
   if (!source.folder.empty() && !source.zip.empty())
     throw Refusal(section.Name("zip"), "can't stand beside a folder");
+  for (const char* key : {"compression", "level"}) {
+    if (source.folder.empty() && section.Find(key) != nullptr)
+      throw Refusal(section.Name(key), "can't stand without a folder, which is all that it counts for");
+  }
+  source.compression.method =
+      Named<Method>(section, "compression",
+                    {{{"solid", Method::kSolid}, {"deflate", Method::kDeflate}, {"store", Method::kStore}}});
+  if (source.compression.method == Method::kStore && section.Find("level") != nullptr)
+    throw Refusal(section.Name("level"), "can't stand beside \"store\", which compresses nothing");
+  source.compression.level = Named<Level>(
+      section, "level", {{{"normal", Level::kNormal}, {"fast", Level::kFast}, {"best", Level::kBest}}});
   return source;
 }
 

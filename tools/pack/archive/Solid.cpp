@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+// The inner zip, as a stream that is handed to the frames.
+#include "pack/archive/Solid.h"
+
+#include <libdeflate.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+
+#include "pack/archive/Frames.h"
+#include "pack/archive/InputFile.h"
+#include "pack/archive/Order.h"
+#include "pack/archive/OutputFile.h"
+#include "pack/archive/Probe.h"
+#include "pack/archive/ZipFormat.h"
+
+namespace pack {
+namespace {
+
+constexpr std::size_t kMiB = 1 << 20;
+
+struct Settings {
+  std::size_t frameSize;
+  Effort effort;
+  std::size_t memory;  // what a worker and the frames on their way to it take
+};
+
+Settings SettingsFor(Level level) {
+  switch (level) {
+    case Level::kFast:
+      return {8 * kMiB, {3}, 64 * kMiB};
+    case Level::kNormal:
+      return {8 * kMiB, {9}, 96 * kMiB};
+    case Level::kBest:
+      break;
+  }
+  return {16 * kMiB, {19}, 192 * kMiB};
+}
+
+class InnerZip {
+ public:
+  explicit InnerZip(FrameStream& out) : fOut(out) {}
+
+  void Add(const TreeItem& item) {
+    ZipEntry entry{.item = &item};
+    entry.size = item.kind == Kind::kLink ? item.target.size() : item.size;
+    entry.packed = entry.size;
+    entry.place = fOut.Size();
+    if (item.kind == Kind::kFile) {
+      AddFile(entry);
+    } else {
+      entry.crc = libdeflate_crc32(0, item.target.data(), item.target.size());
+      fOut.Append(LocalHeader(entry));
+      fOut.Append(item.target);
+    }
+    fDirectory.Add(entry);
+  }
+
+  void Close() { fOut.Append(fDirectory.End(fOut.Size())); }
+
+ private:
+  // The header tells the checksum of what comes behind it. It is put right where both lie in one frame; a
+  // file that reaches into another frame is read twice.
+  void AddFile(ZipEntry& entry) {
+    InputFile file(*entry.item);
+    const std::string header = LocalHeader(entry);
+    if (header.size() + entry.size <= fOut.Room()) {
+      fOut.Append(header);
+      entry.crc = Read(file, entry.size, true);
+      fOut.Overwrite(header.size() + entry.size, LocalHeader(entry));
+    } else {
+      entry.crc = Read(file, entry.size, false);
+      fOut.Append(LocalHeader(entry));
+      file.Rewind();
+      if (Read(file, entry.size, true) != entry.crc) file.RefuseChange();
+    }
+    file.Finish();
+  }
+
+  // The checksum of the whole file.
+  std::uint32_t Read(InputFile& file, std::uint64_t size, bool append) {
+    std::uint32_t crc = 0;
+    while (size > 0) {
+      const std::size_t part = std::min<std::uint64_t>(size, fBuffer.size());
+      file.Read(fBuffer.data(), part);
+      crc = libdeflate_crc32(crc, fBuffer.data(), part);
+      if (append) fOut.Append({fBuffer.data(), part});
+      size -= part;
+    }
+    return crc;
+  }
+
+  FrameStream& fOut;
+  ZipDirectory fDirectory;
+  std::string fBuffer = std::string(kMiB, '\0');
+};
+
+}  // namespace
+
+void WriteSolid(std::vector<TreeItem> items, Level level, const std::filesystem::path& archive,
+                const SolidLimits& limits) {
+  const Settings settings = SettingsFor(level);
+  const Effort least{};
+  const std::size_t denseFrom = SortForSolid(items, FindDense(items));
+  OutputFile out(archive);
+  FrameStream frames(out, limits.frameSize != 0 ? limits.frameSize : settings.frameSize,
+                     limits.workers != 0 ? limits.workers : CountWorkers(settings.memory));
+  InnerZip zip(frames);
+  frames.Cut(settings.effort);
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (i == denseFrom) frames.Cut(least);
+    zip.Add(items[i]);
+  }
+  // The directory is read first, and by itself.
+  frames.Cut(settings.effort);
+  zip.Close();
+  frames.Finish();
+  out.Close();
+}
+
+}  // namespace pack

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// What a folder holds, as it goes into an archive.
+#pragma once
+
+#include <cstdint>
+#include <ctime>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace pack {
+
+enum class Kind { kFolder, kLink, kFile };
+
+struct TreeItem {
+  std::string name;            ///< in the archive: UTF-8, parts separated by "/", one behind a folder's name
+  std::filesystem::path path;  ///< on the disk
+  Kind kind = Kind::kFile;
+  std::uint32_t mode = 0;  ///< type and access rights
+  timespec modified{};     ///< last change of the content
+  std::uint64_t size = 0;  ///< of a file
+  std::string target;      ///< of a link
+};
+
+/// All that `folder` holds, below the one top-level folder `top` or at the top where `top` is empty, in the
+/// order of the names' bytes: a folder comes before its content. Refuses what is no file, folder or link, and
+/// names that an archive can't hold.
+std::vector<TreeItem> ListTree(const std::string& field, const std::filesystem::path& folder,
+                               const std::string& top);
+
+}  // namespace pack
