@@ -2,6 +2,7 @@
 // Writes the archives that the fuzzers start from, one of each form, into the folder that is named.
 #include <fstream>
 
+#include "support/SolidBuilder.h"
 #include "support/ZipBuilder.h"
 
 namespace {
@@ -93,6 +94,8 @@ int main(int, char** arguments) {
   Write(folder + "zip64-prefix", long64.Bytes());
   Write(folder + "wrapped", Wrapped());
   Write(folder + "reversed", Reversed().Bytes());
+  for (const std::size_t length : {20, 500})
+    Write(folder + "solid" + std::to_string(length), Solid(stored, length));
   Write(folder + "nested", Of({File("inner.zip", stored)}).Bytes());
   return 0;
 }

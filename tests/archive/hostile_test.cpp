@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "archive/Sandbox.h"
+#include "support/SolidBuilder.h"
 
 using namespace ziptest;
 
@@ -13,8 +14,8 @@ struct Row {
 };
 using Lie = std::function<void(Says&)>;
 
-/// Each row is expanded into a folder that is missing and, without the wall's help, into one that holds
-/// something.
+/// Each row, and the same packed as a whole, is expanded into a folder that is missing and, without the
+/// wall's help, into one that holds something.
 void ExpectRefused(const std::vector<Row>& rows) {
   for (const Row& row : rows) {
     SCOPED_TRACE(row.why);
@@ -27,6 +28,10 @@ void ExpectRefused(const std::vector<Row>& rows) {
       EXPECT_TRUE(!told.empty() && told.find(row.sentence) != std::string::npos) << told;
       fs::remove(box.Archive());
       EXPECT_EQ(box.Look(), before);
+      const std::size_t frame = std::max<std::size_t>(row.bytes.size() / 50, 37);
+      EXPECT_NE(box.Expand(Solid(row.bytes, frame)), "") << "packed as a whole";
+      fs::remove(box.Archive());
+      EXPECT_EQ(box.Look(), before) << "packed as a whole";
     }
   }
 }
@@ -84,8 +89,8 @@ TEST(Hostile, ItemsThatContradictEachOther) {
       {"a link's mode under a folder's name", ZipOf({Folder("x/", 0120777)}), "two kinds"},
       {"a folder's mode under a file's name", ZipOf({Folder("x")}), "two kinds"},
       {"a folder with data", ZipOf({{.name = "x/", .content = "data", .mode = 040755}}), "with data"},
-      {"a device", ZipOf({{.name = "x", .mode = 0060644}}), "special file"},
-      {"a FIFO", ZipOf({{.name = "x", .mode = 0010644}}), "special file"},
+      {"a device", ZipOf({{.name = "x", .content = "", .mode = 0060644}}), "special file"},
+      {"a FIFO", ZipOf({{.name = "x", .content = "", .mode = 0010644}}), "special file"},
   });
 }
 

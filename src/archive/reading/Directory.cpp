@@ -142,7 +142,8 @@ class Reader {
       entry.kind = Kind::Link;
     } else if (type == S_IFDIR ? entry.kind != Kind::Folder : type == S_IFLNK) {
       return Refuse(entry.name, "has a name and a mode of two kinds");
-    } else if (type != 0 && type != S_IFREG && type != S_IFDIR) {
+    } else if (type != 0 && type != S_IFREG && type != S_IFDIR && entry.size == 0) {
+      // With data it is a plain file: what a writer read from a pipe has the pipe's mode.
       return Refuse(entry.name, "is a device or another special file");
     }
     // Some writers give a folder the mode of a file, with which nobody could enter it.

@@ -8,6 +8,7 @@
 #include <zstd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <new>
 #include <string>
 
@@ -44,6 +45,7 @@ void FrameDecoder::Begin(const Frame& frame) {
 }
 
 Status FrameDecoder::Damaged() const {
+  errno = EBADMSG;
   return Fail("the archive is damaged: what is packed at byte ", std::to_string(fFrame->place),
               " can't be unpacked");
 }

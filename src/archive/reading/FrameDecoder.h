@@ -22,7 +22,7 @@ class FrameDecoder {
   /// Begins with a frame, which must fit the room and stay as long as it is decoded.
   void Begin(const Frame& frame);
   /// Decodes until `length` bytes of the frame's content are there; with its last byte the frame's length and
-  /// checksum are verified too.
+  /// checksum are verified too. errno is EBADMSG where they are wrong.
   Status Need(std::size_t length);
   /// The content, valid up to what was needed.
   const unsigned char* Content() const { return fRoom.get(); }

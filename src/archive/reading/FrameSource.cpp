@@ -38,7 +38,6 @@ bool FrameSource::ReadAt(std::uint64_t offset, void* to, std::size_t length) con
   if (offset > Size() || length > Size() - offset) return false;
   char* at = static_cast<char*>(to);
   for (std::size_t frame = length > 0 ? FrameAt(fFrames, offset) : 0; length > 0; ++frame) {
-    errno = EBADMSG;
     if (!Load(frame)) return false;
     const auto skipped = static_cast<std::size_t>(offset - fFrames[frame].content);
     const std::size_t part = std::min<std::size_t>(length, fFrames[frame].size - skipped);
