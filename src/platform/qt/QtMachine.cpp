@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtMachine.h"
 
+#include <sys/pidfd.h>
+#include <unistd.h>
+
 #include <QApplication>
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QEventLoop>
+#include <QSocketNotifier>
 #include <QThread>
 #include <QTimer>
 #include <QUrl>
@@ -15,6 +19,23 @@
 #include "platform/posix/Process.h"
 #include "platform/posix/X11Reader.h"
 #include "platform/qt/InputDropped.h"
+
+namespace {
+
+/// Has nothing remain of a program that nobody waits for.
+void NoteEndOf(pid_t program) {
+  const int ended = ::pidfd_open(program, 0);
+  if (ended < 0) return;
+  auto* notifier = new QSocketNotifier(ended, QSocketNotifier::Read, qApp);
+  QObject::connect(notifier, &QSocketNotifier::activated, notifier, [notifier, ended, program] {
+    static_cast<void>(DetachedRuns(program));
+    notifier->setEnabled(false);
+    notifier->deleteLater();
+    ::close(ended);
+  });
+}
+
+}  // namespace
 
 void QtMachine::DoEvents(int milliseconds) {
   // The toolkit's loops don't run any more once they have been ended.
@@ -71,7 +92,10 @@ void QtMachine::ShowURL(const std::string& address) {
   // The desktop would open a file, or start a program, just as well.
   if (!IsWebAddress(written.toStdString())) return;
   // The toolkit would change cases and escapes on the way; without the desktop's opener it knows others.
-  if (StartDetached("xdg-open", {written.toStdString()}) <= 0)
+  const pid_t opener = StartDetached("xdg-open", {written.toStdString()});
+  if (opener > 0)
+    NoteEndOf(opener);
+  else
     static_cast<void>(QDesktopServices::openUrl(QUrl::fromEncoded(written, QUrl::TolerantMode)));
 }
 
