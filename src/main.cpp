@@ -8,6 +8,7 @@
 
 #include "package/SplitSet.h"
 #include "platform/Dialogs.h"
+#include "platform/posix/StandardStreams.h"
 #include "platform/posix/ThreadProbe.h"
 #include "platform/qt/QtMachine.h"
 #include "session/App.h"
@@ -26,6 +27,7 @@ bool SharesClipboard() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  OpenStandardStreams();
   // A helper or program that ends while it is written to must not end the install.
   std::signal(SIGPIPE, SIG_IGN);
   // A limit on the size of files comes as an error of the write.

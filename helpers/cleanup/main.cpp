@@ -14,6 +14,7 @@
 #include "cleanup/Order.h"
 #include "platform/Brake.h"
 #include "platform/LiesIn.h"
+#include "platform/posix/StandardStreams.h"
 #include "platform/posix/TreeDelete.h"
 #include "platform/posix/TreeLook.h"
 
@@ -69,6 +70,7 @@ std::string TakeOrder(const std::string& file) {
 }  // namespace
 
 int main() {
+  OpenStandardStreams();
   const std::string bundle = OwnBundle();
   if (bundle.empty()) return 1;
   const std::string path = PathOfOrder(TakeOrder(bundle.substr(0, bundle.rfind('.')) + ".data"));

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include "platform/Shell.h"
+#include "platform/posix/StandardStreams.h"
 #include "support/TestMachine.h"
 
 class Process : public MachineTest {
@@ -77,4 +78,14 @@ TEST_F(Process, ALaunchLastsAsLongAsAnyOfItsProcesses) {
   const pid_t third = StartDetached(once.NativePath(), {});
   for (int i = 0; i < 2000 && DetachedRuns(third); ++i) ::usleep(5000);
   EXPECT_NE(::kill(third, 0), 0) << "remains";
+}
+
+TEST(StandardStreams, AreThereAlsoWhereTheProgramWasStartedWithoutThem) {
+  const auto start = [] {
+    for (const int stream : {0, 1, 2}) ::close(stream);
+    OpenStandardStreams();
+    char nothing = 0;
+    ::_exit(::read(0, &nothing, 1) == 0 && ::write(1, "x", 1) == 1 && ::write(2, "x", 1) == 1 ? 0 : 1);
+  };
+  EXPECT_EXIT(start(), testing::ExitedWithCode(0), "");
 }
