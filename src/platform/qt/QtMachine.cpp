@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtMachine.h"
 
-#include <sys/pidfd.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <QApplication>
@@ -15,8 +15,8 @@
 #include <QWindow>
 
 #include "platform/Application.h"
-#include "platform/posix/Launch.h"
 #include "platform/posix/Process.h"
+#include "platform/posix/WebAddress.h"
 #include "platform/posix/X11Reader.h"
 #include "platform/qt/InputDropped.h"
 
@@ -24,7 +24,7 @@ namespace {
 
 /// Has nothing remain of a program that nobody waits for.
 void NoteEndOf(pid_t program) {
-  const int ended = ::pidfd_open(program, 0);
+  const int ended = static_cast<int>(::syscall(SYS_pidfd_open, program, 0));
   if (ended < 0) return;
   auto* notifier = new QSocketNotifier(ended, QSocketNotifier::Read, qApp);
   QObject::connect(notifier, &QSocketNotifier::activated, notifier, [notifier, ended, program] {
@@ -69,7 +69,8 @@ std::string QtMachine::ClipboardText() {
     if (answer == ClipboardAnswer::kText) fLastText = text;
     if (answer != ClipboardAnswer::kElsewhere) return fLastText;
   }
-  return clipboard.text().toStdString();
+  const std::string text = clipboard.text().toStdString();
+  return text.substr(0, text.find('\0'));
 }
 
 void QtMachine::SetClipboardText(const std::string& text) {
@@ -88,15 +89,16 @@ void QtMachine::Beep() {
 }
 
 void QtMachine::ShowURL(const std::string& address) {
-  const QByteArray written = QByteArray::fromStdString(address).trimmed();
   // The desktop would open a file, or start a program, just as well.
-  if (!IsWebAddress(written.toStdString())) return;
+  const std::string written = WebAddressOf(address);
+  if (written.empty()) return;
   // The toolkit would change cases and escapes on the way; without the desktop's opener it knows others.
-  const pid_t opener = StartDetached("xdg-open", {written.toStdString()});
+  const pid_t opener = StartDetached("xdg-open", {written});
   if (opener > 0)
     NoteEndOf(opener);
   else
-    static_cast<void>(QDesktopServices::openUrl(QUrl::fromEncoded(written, QUrl::TolerantMode)));
+    static_cast<void>(
+        QDesktopServices::openUrl(QUrl::fromEncoded(QByteArray::fromStdString(written), QUrl::TolerantMode)));
 }
 
 bool QtMachine::OpenDocument(const FolderItem& item) {
