@@ -13,25 +13,17 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <climits>
 #include <cstring>
 
 #include "platform/LiesIn.h"
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/HelperExpansion.h"
 #include "platform/posix/Launch.h"
+#include "platform/posix/LinkText.h"
 #include "platform/posix/Process.h"
 #include "platform/posix/SpecialFolders.h"
 
 namespace {
-
-/// Where a link leads, or empty.
-std::string LinkText(const FolderItem& link) {
-  std::string text(PATH_MAX, '\0');
-  const ssize_t length = ::readlink(link.NativePath().c_str(), text.data(), text.size());
-  text.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
-  return text;
-}
 
 constexpr const char* kStandardInput = "/dev/stdin";
 
@@ -54,7 +46,7 @@ std::int64_t PosixMachine::Ticks() {
 }
 
 std::string PosixMachine::ExecutableFile() {
-  return LinkText(FolderItem("/proc/self/exe"));
+  return LinkText("/proc/self/exe");
 }
 
 std::string PosixMachine::HomeFolder() {
@@ -136,7 +128,7 @@ void PosixMachine::ForbidCoreDumps() {
 bool PosixMachine::IsRunBelow(const FolderItem& folder) {
   const std::string place = folder.ResolvedPath();
   for (const FolderItem& process : FolderItem("/proc").Children())
-    if (LiesIn(LinkText(process.Child("exe")), place)) return true;
+    if (LiesIn(LinkText(process.Child("exe").NativePath()), place)) return true;
   return false;
 }
 
@@ -144,7 +136,7 @@ bool PosixMachine::IsOpenBelow(const FolderItem& folder) {
   const std::string place = folder.ResolvedPath();
   for (const FolderItem& process : FolderItem("/proc").Children())
     for (const FolderItem& file : process.Child("fd").Children())
-      if (LiesIn(LinkText(file), place)) return true;
+      if (LiesIn(LinkText(file.NativePath()), place)) return true;
   return IsRunBelow(folder);
 }
 

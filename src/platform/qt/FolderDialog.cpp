@@ -16,7 +16,7 @@
 
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
-#include "platform/qt/NativeKeyboard.h"
+#include "platform/qt/QuitKey.h"
 
 namespace {
 
