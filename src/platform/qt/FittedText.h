@@ -15,7 +15,8 @@ struct FittedText {
   bool cut = false;  // `shown` isn't all of it
 };
 
-/// `text` in the given font where it fits `room`, else in smaller letters, else with an ellipsis.
+/// `text` in the given font where it fits `room`, else in smaller letters, else with an ellipsis. One of more
+/// than 2,000 characters is always cut.
 FittedText FitText(const QString& text, const QFont& font, QSizeF room, Wrap wrap);
 
 /// The text with a line feed for each line end of another kind.
