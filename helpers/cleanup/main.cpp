@@ -5,12 +5,13 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <climits>
 #include <cstdio>
 #include <fstream>
 #include <string>
 #include <thread>
 
+#include "base/LinkText.h"
+#include "base/StandardStreams.h"
 #include "base/TreeDelete.h"
 #include "cleanup/Order.h"
 #include "platform/Brake.h"
@@ -22,19 +23,11 @@ namespace {
 constexpr auto kLook = std::chrono::milliseconds(100);
 constexpr int kMostLooks = 10 * 60 * 10;  // ten minutes
 
-/// The executable file of a process, or empty.
-std::string ExecutableOf(const std::string& process) {
-  std::string path(PATH_MAX, '\0');
-  const ssize_t length = ::readlink(("/proc/" + process + "/exe").c_str(), path.data(), path.size());
-  path.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
-  return path;
-}
-
 /// The installer quits at once after it has started this program, whose parent is another one then. It may
 /// have gone before this program's first step: so the parent is known by its file, which is to be removed.
 bool InstallerHasEnded(const std::string& path) {
   for (int look = 0; look < kMostLooks; ++look) {
-    if (!LiesIn(ExecutableOf(std::to_string(::getppid())), path)) return true;
+    if (!LiesIn(LinkText("/proc/" + std::to_string(::getppid()) + "/exe"), path)) return true;
     std::this_thread::sleep_for(kLook);
   }
   return false;
@@ -42,7 +35,7 @@ bool InstallerHasEnded(const std::string& path) {
 
 /// The path of this program's bundle, "….app", or empty.
 std::string OwnBundle() {
-  const std::string path = ExecutableOf("self");
+  const std::string path = LinkText("/proc/self/exe");
   const std::size_t end = path.rfind("/Contents/MacOS/");
   return end == std::string::npos ? "" : path.substr(0, end);
 }
@@ -69,6 +62,7 @@ std::string TakeOrder(const std::string& file) {
 }  // namespace
 
 int main() {
+  OpenStandardStreams();
   const std::string bundle = OwnBundle();
   if (bundle.empty()) return 1;
   const std::string path = PathOfOrder(TakeOrder(bundle.substr(0, bundle.rfind('.')) + ".data"));

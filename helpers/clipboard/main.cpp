@@ -15,6 +15,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/StandardStreams.h"
 #include "platform/desktop/X11Keeper.h"
 
 namespace {
@@ -53,6 +54,7 @@ void TellThatItsHeld() {
 }  // namespace
 
 int main(int /*count*/, char** arguments) {
+  OpenStandardStreams();
   // Whoever started this may be gone before it answers.
   std::signal(SIGPIPE, SIG_IGN);
   LeaveTheDisc(arguments);

@@ -14,6 +14,7 @@
 #include "archive/Expand.h"
 #include "archive/ProgressLines.h"
 #include "base/ParentWatch.h"
+#include "base/StandardStreams.h"
 
 namespace {
 
@@ -88,6 +89,7 @@ std::optional<Command> Parse(int count, char** arguments) {
 }  // namespace
 
 int main(int count, char** arguments) {
+  OpenStandardStreams();
   std::optional<Command> command = Parse(count, arguments);
   if (!command) {
     std::fputs(

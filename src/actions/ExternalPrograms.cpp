@@ -48,6 +48,7 @@ bool TessarineStubWindow::SpecialPath(std::string& path) {
 bool TessarineStubWindow::DoExecuteBefore() {
   if (fExecuteBeforeName.empty()) return true;
   Machine::Current().SetClipboardText("");
+  Machine::Current().ForgetLaunched();
   fStale.clear();
   Hide();
   std::optional<FolderItem> program;

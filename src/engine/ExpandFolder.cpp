@@ -73,6 +73,7 @@ void TessarineStubWindow::ExpandFolder() {
 
 /// One that lies in the package is launched a second time, to be heard.
 void TessarineStubWindow::StartAfterProgram(std::optional<FolderItem> program, const std::string& archive) {
+  Machine::Current().ForgetLaunched();
   if (program) fStale = Machine::Current().ClipboardText();
   ZipFileDelete(archive, program);
   if (SpecialPath(fExecuteAfterName) && ViewConst::FileExists(fExecuteAfterName))

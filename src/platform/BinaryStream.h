@@ -28,6 +28,8 @@ class BinaryStream {
   std::size_t Read(char* buffer, std::size_t count);
   /// All that is left of the file.
   std::string ReadAll();
+  /// The whole file, if it has no more than `most` bytes and can be read to its end.
+  static std::optional<std::string> Content(const FolderItem& item, std::uint64_t most);
   /// False when not every byte was taken, as on a full disk.
   [[nodiscard]] bool Write(const char* bytes, std::size_t count);
   [[nodiscard]] bool Write(const std::string& bytes) { return Write(bytes.data(), bytes.size()); }

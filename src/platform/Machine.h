@@ -96,9 +96,11 @@ class Machine {
   /// archive goes to the expansion helper, a document to the program that the user chose for it.
   /// Returns at once; false when nothing could be started.
   virtual bool Launch(const FolderItem& item) = 0;
-  /// Does the program that Launch started last still run? True also where that can't be known: of a document,
-  /// which another program opens.
+  /// Does anything still run that Launch has started since ForgetLaunched? A program that is there once only
+  /// lives on in its first process. True also where that can't be known: of a document, which another program
+  /// opens.
   virtual bool LaunchedRuns() = 0;
+  virtual void ForgetLaunched() = 0;
   /// Starts to expand an archive as a package stores it, scrambled, where it lies, into `folder`: an empty
   /// one of this run's own, which goes if that fails. See ExpansionOf.
   virtual void ExpandPackage(const FolderItem& archive, const FolderItem& folder) = 0;

@@ -14,12 +14,7 @@ namespace {
 /// None of a file that is too large to be a record, or unreadable at its end; empty where there is none.
 std::optional<std::string> FileBytes(const FolderItem& item) {
   constexpr std::uint64_t kLongestRecord = 256U << 20;
-  std::optional<BinaryStream> file = BinaryStream::Open(item);
-  if (!file) return "";
-  const std::uint64_t length = file->Length();
-  if (length > kLongestRecord) return std::nullopt;
-  std::string bytes = file->ReadAll();
-  return bytes.size() == length ? std::optional(std::move(bytes)) : std::nullopt;
+  return BinaryStream::Open(item) ? BinaryStream::Content(item, kLongestRecord) : "";
 }
 
 std::optional<InstallerRecord> ReadRecordFrom(const FolderItem& resources) {
@@ -49,8 +44,4 @@ bool TessarineStubWindow::ReadData() {
 
 std::string TessarineStubWindow::ReadPlainOrHtmlText(const std::string& text) {
   return DecodeNote(text);
-}
-
-std::string TessarineStubWindow::CustomLabel(const std::string& defaultText, const std::string& override) {
-  return override.empty() ? defaultText : override;
 }

@@ -72,6 +72,8 @@ class TessarineStubWindow : public Window, public InstallerRecord {
   /// True when the package's Data record was there and all fields are set.
   bool ReadData();
   std::string ReadPlainOrHtmlText(const std::string& text);
+
+  // session/Labels.cpp
   /// `override` unless it is empty.
   static std::string CustomLabel(const std::string& defaultText, const std::string& override);
 

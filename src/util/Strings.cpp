@@ -7,12 +7,11 @@
 #include <limits>
 
 #include "base/Encoding.h"
+#include "platform/Blanks.h"
 
 namespace ViewConst {
 
 namespace {
-
-constexpr std::string_view kBlanks = " \t\r\n";
 
 /// Length in bytes of the prefix of `text` that matches `needle` ignoring case, or npos.
 std::size_t MatchLength(std::string_view text, std::string_view needle) {
@@ -106,12 +105,6 @@ std::size_t FindField(std::string_view text, std::string_view separator, std::st
   for (std::size_t n = 1; const std::optional<std::string_view> field = reader.Next(); ++n)
     if (NonCaseMatch(*field, value)) return n;
   return 0;
-}
-
-std::string WithoutBlanksAround(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return "";
-  return std::string(text.substr(first, text.find_last_not_of(kBlanks) + 1 - first));
 }
 
 double Val(std::string_view text) {

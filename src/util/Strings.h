@@ -40,9 +40,6 @@ class FieldReader {
 std::vector<std::string_view> SplitFields(std::string_view text, std::string_view separator,
                                           std::size_t most);
 
-/// Without the blanks, tabs and line ends that it begins and ends with.
-std::string WithoutBlanksAround(std::string_view text);
-
 /// The n-th field from 1; empty behind the last.
 std::string NthField(std::string_view text, std::string_view separator, std::size_t n);
 

@@ -226,5 +226,15 @@ TEST(FittedTexts, ShrinkBeforeTheyAreCut) {
   const QString cut = fit(QString(100, 'm')).shown, path = fit("/" + QString(100, 'm') + "z").shown;
   EXPECT_TRUE(cut.startsWith("m") && cut.endsWith("…"));
   EXPECT_TRUE(path.startsWith("/m") && path.endsWith("mz") && path.contains("…"));
-  EXPECT_EQ(PlainToolTip("<b>&\n"), "<qt>&lt;b&gt;&amp;<br></qt>");
+  // Far too long, though the first of it would fit; what is one character to the reader stays one.
+  const QString zeros(2500, QChar(0x200B)), face = QString::fromUtf8("\U0001F600\u0301");
+  EXPECT_TRUE(fit(zeros).cut && fit(zeros).shown.endsWith("…"));
+  for (const QString& faces : {face.repeated(20), "a" + face.repeated(900), "/" + face.repeated(900)})
+    EXPECT_EQ(fit(faces).shown.count(face) * face.size(), fit(faces).shown.size() - 1 - (faces[0] < 'b'));
+  QTextDocument tip;
+  const QString text = "<b>&\r\na  b\r " + QString(2500, 'x') + " c";
+  tip.setHtml(PlainToolTip(text));
+  EXPECT_EQ(tip.toPlainText().remove(QChar(0x200B)), QString(text).replace("\r\n", "\n").replace('\r', '\n'));
+  tip.setTextWidth(700);
+  EXPECT_LE(tip.size().width(), 700) << "it may be wrapped";
 }

@@ -163,7 +163,7 @@ TEST_F(Clipboard, OwnersThatDontKeepToTheRulesComeToADefinedEnd) {
     std::function<void(BareClient&, const Request&)> asked;
     std::function<void(BareClient&, xcb_window_t, xcb_atom_t)> taken;
   };
-  const auto give = [](const char* type, std::uint8_t format, const char* bytes) {
+  const auto give = [](const char* type, std::uint8_t format, const std::string& bytes) {
     return [=](BareClient& owner, const Request& request) { owner.Give(request, type, format, bytes); };
   };
   const auto begin = give("INCR", 32, "1234");
@@ -182,6 +182,8 @@ TEST_F(Clipboard, OwnersThatDontKeepToTheRulesComeToADefinedEnd) {
          if (request.target == XCB_ATOM_STRING) return owner.Give(request, "STRING", 8, "caf\xE9");
          owner.Tell(request, false);
        },
+       nullptr},
+      {"no UTF-8", "caf\u00E9 \u20AC", give("UTF8_STRING", 8, std::string("caf\x8E \u20AC\0more", 13)),
        nullptr},
       {"a property that isn't there", "",
        [](BareClient& owner, const Request& request) { owner.Tell(request, true); }, nullptr},

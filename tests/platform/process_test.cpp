@@ -5,6 +5,7 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include "base/StandardStreams.h"
 #include "platform/Shell.h"
 #include "support/TestMachine.h"
 
@@ -59,4 +60,32 @@ TEST_F(Process, DetachedProgramsLeadASessionOfTheirOwn) {
   EXPECT_EQ(StartDetached(fTree.Path("none"), {}), -1);
   EXPECT_EQ(StartDetached(fTree.Write("text", "no program"), {}), -1);
   EXPECT_EQ(StartPiped(fTree.Path("none"), {}).id, -1);
+}
+
+TEST_F(Process, ALaunchLastsAsLongAsAnyOfItsProcesses) {
+  const auto runs = [this] { return fMachine.PosixMachine::LaunchedRuns(); };
+  const FolderItem once(fTree.Write(
+      "once", "#!/bin/sh\ncd \"${0%/*}\"\nset -C\necho $$ >first && exec sleep 1000\nmkdir second\n", 0755));
+  for (const char* sign : {"first", "second"}) {
+    ASSERT_TRUE(fMachine.PosixMachine::Launch(once));
+    for (int i = 0; i < 2000 && !fTree.Has(sign); ++i) ::usleep(5000);
+    ::usleep(20'000);
+  }
+  EXPECT_TRUE(runs());
+  EXPECT_EQ(::kill(std::stoi(fTree.Read("first")), SIGKILL), 0);
+  for (int i = 0; i < 2000 && runs(); ++i) ::usleep(5000);
+  EXPECT_FALSE(runs());
+  const pid_t third = StartDetached(once.NativePath(), {});
+  for (int i = 0; i < 2000 && DetachedRuns(third); ++i) ::usleep(5000);
+  EXPECT_NE(::kill(third, 0), 0) << "remains";
+}
+
+TEST(StandardStreams, AreThereAlsoWhereTheProgramWasStartedWithoutThem) {
+  const auto start = [] {
+    for (const int stream : {0, 1, 2}) ::close(stream);
+    OpenStandardStreams();
+    char nothing = 0;
+    ::_exit(::read(0, &nothing, 1) == 0 && ::write(1, "x", 1) == 1 && ::write(2, "x", 1) == 1 ? 0 : 1);
+  };
+  EXPECT_EXIT(start(), testing::ExitedWithCode(0), "");
 }

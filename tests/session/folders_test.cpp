@@ -84,6 +84,15 @@ TEST_F(Folders, WhatIsHighlightedIsTakenAndNothingInPlaceOfWhatIsNotThere) {
             EXPECT_EQ(dialog.windowHandle()->title(), "[*] Where & [*][*]to?");
             row(dialog, "say \"so\" & [*]");
             lineIs(dialog, "say \"so\" & [*]");
+            auto& list = Find<QTreeView>(dialog, "treeView");
+            for (const Qt::Key key : {Qt::Key_Delete, Qt::Key_F2}) QTest::keyClick(&list, key);
+            EXPECT_TRUE(list.contextMenuPolicy() == Qt::ActionsContextMenu && list.actions().size() == 1);
+            EXPECT_TRUE(list.findChildren<QLineEdit*>().isEmpty()) << "renaming";
+            EXPECT_FALSE(list.dragEnabled());
+            Find<QToolButton>(dialog, "newFolderButton").click();
+            EXPECT_EQ(list.findChildren<QLineEdit*>().size(), 1) << "naming";
+            EXPECT_TRUE(fTree.Has("a/b/New Folder"));
+            row(dialog, "say \"so\" & [*]");
             select(dialog);
           }});
   ExpectInstalledIn("a/b/say \"so\" & [*]", "by mouse");

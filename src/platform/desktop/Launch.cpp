@@ -5,12 +5,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <string_view>
-
 #include "platform/BinaryStream.h"
+#include "platform/desktop/PropertyList.h"
 
 namespace {
+
+constexpr std::uint64_t kLongestPropertyList = 1U << 20;
 
 bool IsProgram(const std::string& path) {
   struct stat info {};
@@ -23,32 +23,13 @@ bool EndsWith(const std::string& name, const char* ending, std::size_t length) {
 
 }  // namespace
 
-std::string ExecutableNameOfPropertyList(const std::string& xml) {
-  const std::size_t key = xml.find("<key>CFBundleExecutable</key>");
-  const std::size_t begin = key == std::string::npos ? key : xml.find("<string>", key);
-  const std::size_t end = begin == std::string::npos ? begin : xml.find("</string>", begin);
-  if (end == std::string::npos) return "";
-  const std::string name = xml.substr(begin + 8, end - begin - 8);
-  return name.find('/') == std::string::npos && name != ".." && name != "." ? name : "";
-}
-
-bool IsWebAddress(const std::string& address) {
-  const auto begins = [&address](std::string_view scheme) {
-    return ::strncasecmp(address.c_str(), scheme.data(), scheme.size()) == 0 &&
-           address.size() > scheme.size();
-  };
-  const bool plain = std::none_of(address.begin(), address.end(), [](char byte) {
-    return static_cast<unsigned char>(byte) < ' ' || byte == '\x7F';
-  });
-  return plain && (begins("http://") || begins("https://") || begins("mailto:"));
-}
-
 std::string BundleExecutable(const FolderItem& bundle) {
   const FolderItem contents = bundle.Child("Contents");
   const FolderItem programs = contents.Child("MacOS");
-  std::string named;
-  if (std::optional<BinaryStream> list = BinaryStream::Open(contents.Child("Info.plist")))
-    named = ExecutableNameOfPropertyList(list->ReadAll());
+  // One that is too long, or can't be read to its end, counts as none.
+  const std::string list =
+      BinaryStream::Content(contents.Child("Info.plist"), kLongestPropertyList).value_or("");
+  const std::string named = ExecutableNameOfPropertyList(list);
   const std::string stem = bundle.Name().substr(0, bundle.Name().rfind('.'));
   for (const std::string& name : {named, stem}) {
     const FolderItem program = programs.Child(name);

@@ -20,11 +20,3 @@ LaunchPlan PlanLaunch(const FolderItem& item);
 /// The executable of a bundle: the one that Contents/Info.plist names as CFBundleExecutable, else the
 /// one named as the bundle, else the only one in Contents/MacOS. Empty when there is none.
 std::string BundleExecutable(const FolderItem& bundle);
-
-/// One for a browser or a mail program: "http://", "https://" or "mailto:", in any case, and no control
-/// character in it.
-bool IsWebAddress(const std::string& address);
-
-/// The string of CFBundleExecutable in the text of an XML property list, or empty. A value that is
-/// no plain file name counts as none.
-std::string ExecutableNameOfPropertyList(const std::string& xml);

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdlib>
 
+#include "platform/LiesIn.h"
 #include "platform/posix/Settings.h"
 
 namespace {
@@ -51,7 +52,7 @@ std::string PrivateTemporaryFolder(const std::string& program) {
   if (!parent.starts_with('/')) parent = "/tmp";
   const std::string fixed = parent + "/tessarine-" + std::to_string(::geteuid());
   // A copy of the installer lies in the folder of the one that made it.
-  if (program.starts_with(fixed)) {
+  if (LiesIn(program, fixed) || program.starts_with(fixed + "-")) {
     const std::string used = program.substr(0, program.find('/', fixed.size()));
     if (IsOwnFolder(used)) return used;
   }

@@ -87,13 +87,16 @@ class Keeper {
     auto* pairs = static_cast<xcb_atom_t*>(xcb_get_property_value(list.get()));
     const auto count = static_cast<std::size_t>(xcb_get_property_value_length(list.get())) / sizeof *pairs;
     for (std::size_t i = 0; i + 1 < count; i += 2)
-      if (pairs[i] == fMultiple || !Convert(window, pairs[i], pairs[i + 1])) pairs[i + 1] = XCB_ATOM_NONE;
+      if (pairs[i] == fMultiple || pairs[i + 1] == XCB_ATOM_NONE || !Convert(window, pairs[i], pairs[i + 1]))
+        pairs[i + 1] = XCB_ATOM_NONE;
     return PutNumbers(window, property, fAtomPair, pairs, count);
   }
 
   void Answer(const xcb_selection_request_event_t& request) {
     xcb_atom_t property = request.property != XCB_ATOM_NONE ? request.property : request.target;
-    if (!Convert(request.requestor, request.target, property)) property = XCB_ATOM_NONE;
+    // The pairs of a question for several lie in the property: without one there is nothing to answer.
+    const bool asksNothing = request.target == fMultiple && request.property == XCB_ATOM_NONE;
+    if (asksNothing || !Convert(request.requestor, request.target, property)) property = XCB_ATOM_NONE;
     xcb_selection_notify_event_t notice{};
     notice.response_type = XCB_SELECTION_NOTIFY;
     notice.time = request.time;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/X11Reader.h"
 
-#include <utility>
+#include <string_view>
 
 #include "base/Encoding.h"
 #include "platform/desktop/X11Client.h"
@@ -30,6 +30,11 @@ struct Value {
   bool empty = true;
 };
 
+/// Some owners count the NUL behind their text as a part of it.
+std::string_view UpToNul(std::string_view bytes) {
+  return bytes.substr(0, bytes.find('\0'));
+}
+
 class Reader {
  public:
   Reader(const std::function<bool()>& wait, const ClipboardBounds& bounds)
@@ -43,7 +48,7 @@ class Reader {
       if (outcome == Outcome::kRefused) outcome = Fetch(XCB_ATOM_STRING);
     }
     if (outcome == Outcome::kTaken && !fTooLong)
-      text = fType == XCB_ATOM_STRING ? Latin1ToUtf8(fBytes) : std::move(fBytes);
+      text = fType == XCB_ATOM_STRING ? Latin1ToUtf8(UpToNul(fBytes)) : RepairUtf8(UpToNul(fBytes));
     return outcome == Outcome::kSilent ? ClipboardAnswer::kSilence : ClipboardAnswer::kText;
   }
 

@@ -20,8 +20,9 @@ struct ClipboardBounds {
   std::size_t bytes = 64U << 20;             // of the text as its owner sends it; a longer one counts as none
 };
 
-/// The text of the CLIPBOARD selection of $DISPLAY, in UTF-8; of any owner's answer that makes no sense,
-/// nothing. `wait` is called while there is no answer, and now and then while there are many. It should take
-/// some milliseconds; where it returns false reading ends.
+/// The text of the CLIPBOARD selection of $DISPLAY up to its first NUL, in UTF-8, as RepairUtf8 makes it of
+/// malformed bytes; of an owner's answer that is no text, or too long, nothing. `wait` is called while there
+/// is no answer, and now and then while there are many. It should take some milliseconds; where it returns
+/// false reading ends.
 ClipboardAnswer ReadX11Clipboard(std::string& text, const std::function<bool()>& wait,
                                  const ClipboardBounds& bounds = {});

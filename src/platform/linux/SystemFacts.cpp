@@ -4,28 +4,21 @@
 #include <linux/magic.h>
 #include <sys/prctl.h>
 #include <sys/statfs.h>
+#include <sys/syscall.h>
 #include <sys/sysinfo.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <charconv>
-#include <climits>
 #include <filesystem>
 #include <string_view>
 
+#include "base/LinkText.h"
 #include "platform/FolderItem.h"
 #include "platform/LiesIn.h"
 #include "platform/posix/Settings.h"
 
 namespace {
-
-/// Where a link leads, or empty.
-std::string LinkText(const FolderItem& link) {
-  std::string text(PATH_MAX, '\0');
-  const ssize_t length = ::readlink(link.NativePath().c_str(), text.data(), text.size());
-  text.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
-  return text;
-}
 
 /// The bytes of all memory blocks that are online: /sys/devices/system/memory.
 std::uint64_t OnlineMemory() {
@@ -45,7 +38,7 @@ std::uint64_t OnlineMemory() {
 }  // namespace
 
 std::string OwnExecutable() {
-  return LinkText(FolderItem("/proc/self/exe"));
+  return LinkText("/proc/self/exe");
 }
 
 std::uint64_t InstalledBytes() {
@@ -72,15 +65,19 @@ bool ReadSystemVersion(long long& major, long long& minor) {
 
 bool ProcessRunsBelow(const std::string& place) {
   for (const FolderItem& process : FolderItem("/proc").Children())
-    if (LiesIn(LinkText(process.Child("exe")), place)) return true;
+    if (LiesIn(LinkText(process.Child("exe").NativePath()), place)) return true;
   return false;
 }
 
 bool ProcessHasOpenBelow(const std::string& place) {
   for (const FolderItem& process : FolderItem("/proc").Children())
     for (const FolderItem& file : process.Child("fd").Children())
-      if (LiesIn(LinkText(file), place)) return true;
+      if (LiesIn(LinkText(file.NativePath()), place)) return true;
   return false;
+}
+
+int OpenEndOf(int process) {
+  return static_cast<int>(::syscall(SYS_pidfd_open, process, 0));
 }
 
 bool LiesOnDisc(const std::string& path) {

@@ -64,6 +64,14 @@ std::string BinaryStream::ReadAll() {
   return bytes;
 }
 
+std::optional<std::string> BinaryStream::Content(const FolderItem& item, std::uint64_t most) {
+  std::optional<BinaryStream> file = Open(item);
+  const std::uint64_t length = file ? file->Length() : 0;
+  if (!file || length > most) return std::nullopt;
+  std::string bytes = file->ReadAll();
+  return bytes.size() == length ? std::optional(std::move(bytes)) : std::nullopt;
+}
+
 bool BinaryStream::Write(const char* bytes, std::size_t count) {
   return WriteAll(fDescriptor, bytes, count);
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/Descriptor.h"
+#include "base/LinkText.h"
 #include "base/SystemFiles.h"
 #include "base/WriteAll.h"
 
@@ -66,11 +67,8 @@ bool CopyRegularFile(int source, const struct stat& info, const std::string& tar
 }
 
 bool CopyLink(const std::string& source, const struct stat& info, const std::string& target) {
-  std::string text(static_cast<std::size_t>(info.st_size) + 1, '\0');
-  const ssize_t length = ::readlink(source.c_str(), text.data(), text.size());
-  if (length < 0 || static_cast<std::size_t>(length) >= text.size()) return false;
-  text.resize(static_cast<std::size_t>(length));
-  if (::symlink(text.c_str(), target.c_str()) != 0) return false;
+  const std::string text = LinkText(source);
+  if (text.empty() || ::symlink(text.c_str(), target.c_str()) != 0) return false;
   const timespec times[2] = {info.st_atim, info.st_mtim};
   // Some file systems keep no times for links; the link itself is what counts.
   static_cast<void>(::utimensat(AT_FDCWD, target.c_str(), times, AT_SYMLINK_NOFOLLOW));

@@ -135,24 +135,30 @@ bool PosixMachine::Launch(const FolderItem& item) {
     case LaunchKind::kNothing:
       return false;
     case LaunchKind::kProgram:
-      fLaunched = StartDetached(plan.program, {});
-      return *fLaunched > 0;
+      return Remember(StartDetached(plan.program, {}));
     case LaunchKind::kArchive:
-      fLaunched =
-          StartDetached(Helper(), {"-xk", "--new", "--", item.NativePath(), item.Parent().NativePath()});
-      return *fLaunched > 0;
+      return Remember(
+          StartDetached(Helper(), {"-xk", "--new", "--", item.NativePath(), item.Parent().NativePath()}));
     case LaunchKind::kDocument:
-      fLaunched.reset();
+      fOpenedDocument = true;
       return OpenDocument(item);
   }
   return false;
 }
 
+bool PosixMachine::Remember(int process) {
+  if (process > 0) fLaunched.push_back(process);
+  return process > 0;
+}
+
 bool PosixMachine::LaunchedRuns() {
-  if (!fLaunched) return true;
-  // One that has ended is this process's to take note of, once.
-  if (*fLaunched > 0 && ::waitpid(*fLaunched, nullptr, WNOHANG) != 0) fLaunched = -1;
-  return *fLaunched > 0;
+  std::erase_if(fLaunched, [](int process) { return !DetachedRuns(process); });
+  return fOpenedDocument || !fLaunched.empty();
+}
+
+void PosixMachine::ForgetLaunched() {
+  fLaunched.clear();
+  fOpenedDocument = false;
 }
 
 std::shared_ptr<Expansion> PosixMachine::ExpansionOf(const FolderItem& archive) {

@@ -3,7 +3,7 @@
 #pragma once
 
 #include <map>
-#include <optional>
+#include <vector>
 
 #include "platform/Machine.h"
 
@@ -41,6 +41,7 @@ class PosixMachine : public Machine {
   bool IsDisc(const FolderItem& folder) override;
   bool Launch(const FolderItem& item) override;
   bool LaunchedRuns() override;
+  void ForgetLaunched() override;
   std::shared_ptr<Expansion> ExpansionOf(const FolderItem& archive) override;
   void ExpandPackage(const FolderItem& archive, const FolderItem& folder) override;
   ArchiveLook LookAtArchive(const FolderItem& archive, bool everyByte) override;
@@ -54,12 +55,15 @@ class PosixMachine : public Machine {
  private:
   /// A short wait; false once it's in vain.
   bool GoOn();
+  /// Was a program launched?
+  bool Remember(int process);
   std::string Helper();
   static std::vector<std::string> HelperWords(const std::vector<std::string>& options,
                                               const std::string& archive, const std::string& folder);
 
   std::map<std::string, std::shared_ptr<Expansion>> fExpansions;  // by the archive's path
-  std::optional<int> fLaunched;  // the process of the program started last; none of a document
+  std::vector<int> fLaunched;                                     // the processes that LaunchedRuns asks for
+  bool fOpenedDocument = false;                                   // by a process that isn't known
   std::string fTemporaryFolder;
   std::string fMadeApplications;
   std::string fToolLink;

@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -103,6 +104,7 @@ int ExitCode(int status) {
 }
 
 pid_t gWaitedFor = 0;
+std::vector<pid_t> gDetached;  // those that weren't seen to have ended
 
 int WaitFor(pid_t id, const Wait& wait) {
   static const int registered = std::atexit(EndWaitedFor);
@@ -126,12 +128,20 @@ pid_t StartDetached(const std::string& program, const std::vector<std::string>& 
   setup.LeaveFolder();
   setup.Silence(STDOUT_FILENO);
   setup.Silence(STDERR_FILENO);
-  const pid_t id = setup.Start(program, arguments, environ);
-  if (id > 0 || errno != ENOEXEC) return id;
-  // A script that doesn't name its interpreter is the shell's, as on a command line.
-  std::vector<std::string> words{program};
-  words.insert(words.end(), arguments.begin(), arguments.end());
-  return setup.Start("/bin/sh", words, environ);
+  pid_t id = setup.Start(program, arguments, environ);
+  if (id <= 0 && errno == ENOEXEC) {
+    // A script that doesn't name its interpreter is the shell's, as on a command line.
+    std::vector<std::string> words{program};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    id = setup.Start("/bin/sh", words, environ);
+  }
+  if (id > 0) gDetached.push_back(id);
+  return id;
+}
+
+bool DetachedRuns(pid_t id) {
+  std::erase_if(gDetached, [](pid_t begun) { return ::waitpid(begun, nullptr, WNOHANG) != 0; });
+  return std::find(gDetached.begin(), gDetached.end(), id) != gDetached.end();
 }
 
 void EndWaitedFor() {

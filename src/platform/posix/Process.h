@@ -9,9 +9,13 @@
 #include <string_view>
 #include <vector>
 
-/// Starts `program` (a path) with `arguments` in a session of its own, with no terminal and its
-/// streams on /dev/null: it outlives this process. Its number; -1 when the program could not be executed.
+/// Starts `program`, a path or a name for the search path, with `arguments` in a session of its own, in the
+/// folder "/", with no terminal and its streams on /dev/null: it outlives this process. Its number; -1 when
+/// the program could not be executed.
 pid_t StartDetached(const std::string& program, const std::vector<std::string>& arguments);
+
+/// Does a process that StartDetached began still run? Of those that have ended nothing remains from now on.
+bool DetachedRuns(pid_t id);
 
 /// What is done while a command runs. False has the command end: it's asked to (SIGTERM), then made to.
 using Wait = std::function<bool()>;

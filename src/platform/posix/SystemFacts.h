@@ -21,6 +21,9 @@ bool ProcessRunsBelow(const std::string& place);
 /// Does one that this user may look at have a file open there?
 bool ProcessHasOpenBelow(const std::string& place);
 
+/// A descriptor, the caller's, that can be read from once the process has ended; -1 where there is none.
+int OpenEndOf(int process);
+
 /// Does the path lie on the file system of a CD or DVD?
 bool LiesOnDisc(const std::string& path);
 

@@ -4,19 +4,15 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <QAbstractButton>
-#include <QKeyEvent>
 #include <QSettings>
 #include <QSocketNotifier>
 #include <QTimer>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
-#include <exception>
 
-#include "platform/Dialogs.h"
+#include "base/Descriptor.h"
 #include "platform/qt/NativeApplication.h"
-#include "platform/qt/NativeKeyboard.h"
 
 namespace {
 
@@ -40,31 +36,6 @@ void TakeMessage(QtMsgType type, const QMessageLogContext& /*context*/, const QS
 
 }  // namespace
 
-NativeApplication::NativeApplication(int& argc, char** argv) : QApplication(argc, argv) {
-  setQuitOnLastWindowClosed(false);
-}
-
-/// A key held down answers one question, not the next ones too.
-bool NativeApplication::IsHeldKey(const QObject* receiver, const QEvent* event) {
-  if (event->type() != QEvent::KeyPress) return false;
-  const auto* key = static_cast<const QKeyEvent*>(event);
-  if (!key->isAutoRepeat()) return false;
-  if (key->key() == Qt::Key_Space) return qobject_cast<const QAbstractButton*>(receiver) != nullptr;
-  return key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter || key->key() == Qt::Key_Escape;
-}
-
-bool NativeApplication::notify(QObject* receiver, QEvent* event) {
-  FollowKeys(*event);
-  if (IsHeldKey(receiver, event)) return true;
-  try {
-    return QApplication::notify(receiver, event);
-  } catch (const std::exception& error) {
-    MessageBox(std::string("An unexpected error occurred: ") + error.what());
-    Application::Quit(0);
-    return false;
-  }
-}
-
 Application::Application(int& argc, char** argv, const std::function<bool()>& sharesClipboard) {
   const bool hasBoth =
       qEnvironmentVariableIsSet("DISPLAY") &&
@@ -72,15 +43,15 @@ Application::Application(int& argc, char** argv, const std::function<bool()>& sh
   const bool throughX11 = hasBoth && !qEnvironmentVariableIsSet(kPlatform) && sharesClipboard();
   if (throughX11) qputenv(kPlatform, "xcb;wayland");
   qInstallMessageHandler(TakeMessage);
-  gErrorOutput = ::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0);
-  const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
-  ::dup2(nowhere, STDERR_FILENO);
+  const Descriptor errorOutput(::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0));
+  const Descriptor nowhere(::open("/dev/null", O_WRONLY | O_CLOEXEC));
+  if (errorOutput && nowhere) ::dup2(nowhere.Get(), STDERR_FILENO);
+  gErrorOutput = errorOutput.Get();
   fNative = std::make_unique<NativeApplication>(argc, argv);
   gConnected = true;
   if (throughX11) qunsetenv(kPlatform);  // no matter of the programs that this one starts
-  ::dup2(gErrorOutput, STDERR_FILENO);
-  ::close(nowhere);
-  ::close(gErrorOutput);
+  if (errorOutput) ::dup2(errorOutput.Get(), STDERR_FILENO);
+  gErrorOutput = -1;
   // The folder dialog would keep its size and places in the user's settings; an install leaves nothing.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
 }

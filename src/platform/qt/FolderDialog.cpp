@@ -4,6 +4,7 @@
 // installation in it would be replaced. Here the line decides, and the list only writes into it.
 #include "platform/qt/FolderDialog.h"
 
+#include <QAction>
 #include <QDialogButtonBox>
 #include <QEvent>
 #include <QFileSystemModel>
@@ -11,10 +12,25 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QShortcut>
 
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
-#include "platform/qt/NativeKeyboard.h"
+#include "platform/qt/QuitKey.h"
+
+namespace {
+
+/// By menu, keys and mouse the toolkit's list deletes, renames and moves what is in it. Here a folder is only
+/// chosen; a new one can be made, and is named then.
+void LeaveFoldersAlone(QAbstractItemView& view) {
+  qDeleteAll(view.findChildren<QShortcut*>());  // for the delete key
+  view.setEditTriggers(QAbstractItemView::NoEditTriggers);
+  view.setDragDropMode(QAbstractItemView::NoDragDrop);
+  view.setContextMenuPolicy(Qt::ActionsContextMenu);
+  view.addAction(view.window()->findChild<QAction*>("qt_show_hidden_action"));
+}
+
+}  // namespace
 
 FolderDialog::FolderDialog(QWidget* parent, const QString& title) : QFileDialog(parent, title) {
   setObjectName("SelectFolderDialog");
@@ -33,6 +49,8 @@ FolderDialog::FolderDialog(QWidget* parent, const QString& title) : QFileDialog(
   connect(findChild<QFileSystemModel*>(), &QFileSystemModel::rootPathChanged, this, [this] {
     if (fFromList) fLine->clear();
   });
+  for (auto* view : {findChild<QAbstractItemView*>("listView"), findChild<QAbstractItemView*>("treeView")})
+    LeaveFoldersAlone(*view);
   // A path that leads nowhere is told once it is accepted; the button is never off.
   findChild<QDialogButtonBox*>("buttonBox")->button(QDialogButtonBox::Open)->installEventFilter(this);
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The folder dialog: what its line holds is what the user gets.
+// The folder dialog: what its line holds is what the user gets. Nothing is deleted, renamed or moved by it.
 #pragma once
 
 #include <QFileDialog>
@@ -11,7 +11,7 @@ class FolderDialog : public QFileDialog {
 
  public:
   FolderDialog(QWidget* parent, const QString& title);
-  /// An absolute path without a closing separator, once the dialog has been accepted.
+  /// An absolute path, which only the root's ends with a separator; empty until the dialog has been accepted.
   QString Chosen() const { return fChosen; }
 
  protected:

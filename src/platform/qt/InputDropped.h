@@ -7,7 +7,7 @@
 #include <functional>
 #include <utility>
 
-/// While it lives, what the user does with mouse and keyboard is dropped.
+/// While it lives, what the user does is dropped, by whatever device. Where the pointer is is still followed.
 class InputDropped : public QObject {
  public:
   InputDropped() { qApp->installEventFilter(this); }
@@ -22,6 +22,7 @@ class InputDropped : public QObject {
       case QEvent::MouseButtonDblClick:
       case QEvent::KeyPress:
       case QEvent::KeyRelease:
+      case QEvent::InputMethod:
       case QEvent::Shortcut:
       case QEvent::ShortcutOverride:
       case QEvent::Wheel:
@@ -29,10 +30,18 @@ class InputDropped : public QObject {
       case QEvent::TouchBegin:
       case QEvent::TouchUpdate:
       case QEvent::TouchEnd:
+      case QEvent::TouchCancel:
       case QEvent::TabletPress:
+      case QEvent::TabletMove:
       case QEvent::TabletRelease:
+      case QEvent::Gesture:
+      case QEvent::GestureOverride:
+      case QEvent::NativeGesture:
         return true;
       case QEvent::Close:
+      case QEvent::DragEnter:
+      case QEvent::DragMove:
+      case QEvent::Drop:
         event->ignore();
         return true;
       default:

@@ -4,7 +4,6 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 
-#include "platform/Application.h"
 #include "platform/qt/NativeKeyboard.h"
 
 namespace {
@@ -28,12 +27,6 @@ void FollowKeys(const QEvent& event) {
     default:
       break;
   }
-}
-
-bool QuitsBy(const QKeyEvent& event) {
-  const bool quits = event.key() == Qt::Key_Q && event.modifiers() == Qt::ControlModifier;
-  if (quits) Application::Quit(0);
-  return quits;
 }
 
 bool Keyboard::AsyncKeyDown(int keyCode) {

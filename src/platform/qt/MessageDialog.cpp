@@ -13,8 +13,8 @@
 #include <cmath>
 
 #include "platform/qt/FittedText.h"
-#include "platform/qt/NativeKeyboard.h"
 #include "platform/qt/NativeText.h"
+#include "platform/qt/QuitKey.h"
 
 namespace {
 

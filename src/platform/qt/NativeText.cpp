@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "platform/qt/FittedText.h"
+
 namespace {
 
 constexpr qsizetype kLargestBlock = 5000;       // characters; about a millisecond's work
@@ -83,9 +85,7 @@ void NativeText::LookLikeALabel() {
 }
 
 void NativeText::ShowText(const QString& text) {
-  QString lines = text;
-  lines.replace("\r\n", "\n").replace('\r', '\n').replace(QChar(QChar::ParagraphSeparator), '\n');
-  const Blocks blocks = InBlocks(lines);
+  const Blocks blocks = InBlocks(WithLineFeeds(text));
   setPlainText(blocks.text);
   for (const int number : blocks.goingOn) document()->findBlockByNumber(number).setUserState(kGoesOn);
 }

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/NativeViewer.h"
 
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QTextBoundaryFinder>
 #include <algorithm>
 
+#include "platform/Blanks.h"
 #include "platform/Machine.h"
+#include "platform/desktop/WebAddress.h"
 
 namespace {
 
@@ -54,10 +58,25 @@ QVariant NativeViewer::loadResource(int type, const QUrl& name) {
   return picture.isNull() ? nothing : picture;
 }
 
-void NativeViewer::Follow(const QUrl& link) {
-  const QString scheme = link.scheme();
-  if (scheme.isEmpty() && link.path().isEmpty() && link.hasFragment())
-    scrollToAnchor(link.fragment());
-  else if (scheme == "http" || scheme == "https" || scheme == "mailto")
-    Machine::Current().ShowURL(link.toString(QUrl::FullyEncoded).toStdString());
+/// The toolkit's own account of a link that was clicked changes its case and its escapes.
+void NativeViewer::mouseReleaseEvent(QMouseEvent* event) {
+  fLink = anchorAt(event->pos());
+  QTextBrowser::mouseReleaseEvent(event);
+}
+
+void NativeViewer::keyPressEvent(QKeyEvent* event) {
+  QTextCursor focused = textCursor();
+  focused.setPosition(focused.selectionStart());
+  focused.movePosition(QTextCursor::NextCharacter);
+  fLink = focused.charFormat().anchorHref();
+  QTextBrowser::keyPressEvent(event);
+}
+
+void NativeViewer::Follow() {
+  const std::string link = WithoutBlanksAround(fLink.toStdString());
+  const std::string address = WebAddressOf(link);
+  if (link.starts_with('#'))
+    scrollToAnchor(QUrl::fromPercentEncoding(QByteArray::fromStdString(link.substr(1))));
+  else if (!address.empty())
+    Machine::Current().ShowURL(address);
 }

@@ -14,7 +14,12 @@ class NativeViewer : public QTextBrowser {
  protected:
   /// Nothing but "data:" addresses is answered: no file and no server is asked.
   QVariant loadResource(int type, const QUrl& name) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  void Follow(const QUrl& link);
+  /// To a place of the page, or by the browser to an address, as the page writes it.
+  void Follow();
+
+  QString fLink;  // the one that was pressed last
 };

@@ -34,11 +34,14 @@ QPalette WhitePaper(QPalette palette) {
   return palette;
 }
 
-/// Shows what fits of a caption; the whole of it stays as tool tip and accessible name.
+/// Makes a caption fit; the whole of it stays as accessible name.
 void ShowCaption(QPushButton& button, const QString& caption) {
-  const QString shown = button.fontMetrics().elidedText(caption, Qt::ElideRight, button.width() - 8);
-  button.setText(WithoutMnemonic(shown));
-  button.setToolTip(shown == caption ? QString() : PlainToolTip(caption));
+  constexpr int kFrame = 8;  // of both sides
+  const QSizeF room(button.width() - kFrame, button.height());
+  const FittedText fitted = FitText(caption, QApplication::font(&button), room, Wrap::OneLine);
+  if (button.font() != fitted.font) button.setFont(fitted.font);
+  button.setText(WithoutMnemonic(fitted.shown));
+  button.setToolTip(PlainToolTip(fitted.cut ? caption : QString()));
 }
 
 }  // namespace
@@ -142,7 +145,8 @@ void NativeWindow::LayOutButtons() {
     std::vector<ButtonSpan> spans;
     for (const NativeControl* control : row) {
       const Rect place = PlaceNow(*control);
-      const int wanted = control->widget->fontMetrics().horizontalAdvance(control->caption) + kCaptionMargins;
+      const QFontMetrics metrics(QApplication::font(control->widget));
+      const int wanted = metrics.horizontalAdvance(control->caption) + kCaptionMargins;
       spans.push_back({place.left, place.width, wanted});
     }
     spans = FitButtonRow(std::move(spans), width());

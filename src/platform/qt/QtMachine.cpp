@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtMachine.h"
 
+#include <unistd.h>
+
 #include <QApplication>
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QEventLoop>
+#include <QSocketNotifier>
 #include <QThread>
 #include <QTimer>
 #include <QUrl>
@@ -12,9 +15,28 @@
 
 #include "platform/Application.h"
 #include "platform/desktop/Launch.h"
+#include "platform/desktop/WebAddress.h"
 #include "platform/desktop/X11Reader.h"
 #include "platform/posix/Process.h"
+#include "platform/posix/SystemFacts.h"
 #include "platform/qt/InputDropped.h"
+
+namespace {
+
+/// Has nothing remain of a program that nobody waits for.
+void NoteEndOf(pid_t program) {
+  const int ended = OpenEndOf(program);
+  if (ended < 0) return;
+  auto* notifier = new QSocketNotifier(ended, QSocketNotifier::Read, qApp);
+  QObject::connect(notifier, &QSocketNotifier::activated, notifier, [notifier, ended, program] {
+    static_cast<void>(DetachedRuns(program));
+    notifier->setEnabled(false);
+    notifier->deleteLater();
+    ::close(ended);
+  });
+}
+
+}  // namespace
 
 void QtMachine::DoEvents(int milliseconds) {
   // The toolkit's loops don't run any more once they have been ended.
@@ -48,7 +70,8 @@ std::string QtMachine::ClipboardText() {
     if (answer == ClipboardAnswer::kText) fLastText = text;
     if (answer != ClipboardAnswer::kElsewhere) return fLastText;
   }
-  return clipboard.text().toStdString();
+  const std::string text = clipboard.text().toStdString();
+  return text.substr(0, text.find('\0'));
 }
 
 void QtMachine::SetClipboardText(const std::string& text) {
@@ -67,12 +90,16 @@ void QtMachine::Beep() {
 }
 
 void QtMachine::ShowURL(const std::string& address) {
-  const QByteArray written = QByteArray::fromStdString(address).trimmed();
   // The desktop would open a file, or start a program, just as well.
-  if (!IsWebAddress(written.toStdString())) return;
+  const std::string written = WebAddressOf(address);
+  if (written.empty()) return;
   // The toolkit would change cases and escapes on the way; without the desktop's opener it knows others.
-  if (StartDetached("xdg-open", {written.toStdString()}) <= 0)
-    static_cast<void>(QDesktopServices::openUrl(QUrl::fromEncoded(written, QUrl::TolerantMode)));
+  const pid_t opener = StartDetached("xdg-open", {written});
+  if (opener > 0)
+    NoteEndOf(opener);
+  else
+    static_cast<void>(
+        QDesktopServices::openUrl(QUrl::fromEncoded(QByteArray::fromStdString(written), QUrl::TolerantMode)));
 }
 
 bool QtMachine::OpenDocument(const FolderItem& item) {
