@@ -3,7 +3,6 @@
 #include "archive/Expand.h"
 
 #include <fcntl.h>
-#include <sched.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -22,6 +21,7 @@
 #include "archive/writing/Finish.h"
 #include "archive/writing/Flusher.h"
 #include "archive/writing/Publisher.h"
+#include "archive/writing/Resources.h"
 #include "archive/writing/Staging.h"
 #include "archive/writing/TargetFolder.h"
 
@@ -30,12 +30,6 @@ namespace {
 
 /// More would only wait for the disk and take memory.
 constexpr unsigned kMostWorkers = 16;
-
-unsigned Processors() {
-  cpu_set_t set;
-  const int count = sched_getaffinity(0, sizeof set, &set) == 0 ? CPU_COUNT(&set) : 1;
-  return std::clamp(static_cast<unsigned>(count), 1u, kMostWorkers);
-}
 
 /// The mode of what is created is the archive's, whatever the user's mask.
 class NoMask {
@@ -157,7 +151,8 @@ Status ExpandUnguarded(const ExpandOptions& options, ExpandWatcher& watcher) {
     if (!counted.Ok()) return counted;
   }
 
-  const unsigned workers = options.workers != 0 ? std::min(options.workers, kMostWorkers) : Processors();
+  const unsigned workers = std::min(options.workers != 0 ? options.workers : Processors(), kMostWorkers);
+  const std::uint64_t memory = FreeMemory();
   Flusher flusher(options.flush);
   std::unique_ptr<Source> source;
   if (options.scrambled)
@@ -166,13 +161,15 @@ Status ExpandUnguarded(const ExpandOptions& options, ExpandWatcher& watcher) {
     source = std::make_unique<FileSource>(file->Get(), size);
   Result<Plan> plan = PlanShutIn(*source, workers, options);
   if (!plan.Ok()) return plan.Failure();
-  if (options.extent != ExpandOptions::Extent::All) return Check(options, *plan, *source, workers, watcher);
+  if (options.extent != ExpandOptions::Extent::All)
+    return Check(options, *plan, *source, CrewFor(*plan, workers, memory), watcher);
 
   Status status = target->Make();
   if (!status.Ok()) return status;
   if (options.wall) FolderWall(target->Get(), target->Above()).Enter();
   RemoveLeftovers(target->Get());
-  status = WriteAndPublish(options, *plan, *source, workers, target->Get(), flusher, watcher);
+  status = WriteAndPublish(options, *plan, *source, CrewFor(*plan, workers, memory), target->Get(), flusher,
+                           watcher);
   if (status.Ok()) target->Keep();
   return status;
 }

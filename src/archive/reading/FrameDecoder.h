@@ -17,6 +17,8 @@ namespace archive {
 /// One for each thread; holds `room` bytes for a frame's content. May throw std::bad_alloc.
 class FrameDecoder {
  public:
+  /// What one takes besides the room: the library's tables and the packed bytes.
+  static constexpr std::size_t kOwnMemory = 1 << 20;
   FrameDecoder(const Source& source, std::size_t room);
 
   /// Begins with a frame, which must fit the room and stay as long as it is decoded.

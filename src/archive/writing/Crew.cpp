@@ -73,6 +73,13 @@ std::vector<std::unique_ptr<FrameDecoder>> DecodersFor(const Work& work, unsigne
 
 }  // namespace
 
+unsigned CrewFor(const Plan& plan, unsigned workers, std::uint64_t memory) {
+  if (!plan.solid.Is()) return workers;
+  // Half of what there is, since others need some as well; one works in any case.
+  const std::uint64_t each = LargestOf(plan.solid.frames) + FrameDecoder::kOwnMemory;
+  return static_cast<unsigned>(std::clamp<std::uint64_t>(memory / 2 / each, 1, workers));
+}
+
 Status RunCrew(Work& work, unsigned workers, bool wall, const std::atomic<bool>* stop,
                const std::function<void(std::uint64_t)>& tell) {
   work.descriptors = DescriptorsEach(workers);
