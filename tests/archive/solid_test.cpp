@@ -5,6 +5,7 @@
 
 #include "archive/Sandbox.h"
 #include "archive/planning/Plan.h"
+#include "archive/writing/Crew.h"
 #include "support/SolidBuilder.h"
 
 using namespace ziptest;
@@ -80,9 +81,16 @@ TEST(Solid, ThePlanDecodesWhatItReadsAndNoMore) {
   ASSERT_TRUE(plan.Ok()) << plan.Failure().Sentence();
   EXPECT_EQ(plan->files.size(), 1000u);
   EXPECT_EQ(plan->bytes, 500'000u);
-  const Sandbox box;
-  EXPECT_NE(box.Expand(bytes).find("damaged"), std::string::npos);
-  EXPECT_FALSE(box.Has("target"));
+  const std::string wrongSum = Solid(zip, 5000, [](Frames& f) { f.flags = 0, f.packed[3].back() ^= 1; });
+  for (const std::string& damaged : {bytes, wrongSum}) {
+    const Sandbox box;
+    EXPECT_NE(box.Expand(damaged).find("damaged"), std::string::npos);
+    EXPECT_FALSE(box.Has("target"));
+  }
+  // A frame of 5,000 bytes and a mebibyte of its own for each, out of half of what there is.
+  EXPECT_EQ(archive::CrewFor(*plan, 16, 1 << 20), 1u);
+  EXPECT_EQ(archive::CrewFor(*plan, 16, 7 << 20), 3u);
+  EXPECT_EQ(archive::CrewFor(*plan, 16, std::uint64_t{1} << 40), 16u);
 }
 
 TEST(Solid, LiesAreRefusedAndLeaveNothing) {
