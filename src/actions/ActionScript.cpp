@@ -57,6 +57,15 @@ std::optional<Action> ActionScript::Next() {
   return entry ? std::optional(ParseAction(*entry)) : std::nullopt;
 }
 
+std::string JoinActions(const std::vector<std::string>& entries) {
+  std::string script;
+  for (const std::string& entry : entries) {
+    if (&entry != &entries.front()) script += ActionScript::kSeparator;
+    script += entry;
+  }
+  return script;
+}
+
 std::string ExpandUserAccount(const std::string& path, const std::string& home) {
   constexpr std::string_view kPrefix = "UserAccount/";
   if (ViewConst::Pos(kPrefix, path) != 1) return path;

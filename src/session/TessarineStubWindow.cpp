@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "session/TessarineStubWindow.h"
 
+#include "base/Blanks.h"
 #include "dialogs/MenuBar.h"
 #include "platform/Application.h"
-#include "platform/Blanks.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 #include "session/Relocation.h"

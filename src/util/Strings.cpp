@@ -6,8 +6,8 @@
 #include <cmath>
 #include <limits>
 
+#include "base/Blanks.h"
 #include "base/Encoding.h"
-#include "platform/Blanks.h"
 
 namespace ViewConst {
 
@@ -151,6 +151,21 @@ std::string UnicodeFromHex(std::string_view text, bool decode) {
   std::string units(text.size() / 2, '\0');
   MemoryBlockHexToByte(text.data(), reinterpret_cast<std::uint8_t*>(units.data()), units.size());
   return Utf16LittleEndianToUtf8(units);
+}
+
+std::string HexFromBytes(std::string_view bytes) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string digits;
+  digits.reserve(2 * bytes.size());
+  for (const char byte : bytes) {
+    const auto value = static_cast<unsigned char>(byte);
+    digits += {kDigits[value >> 4U], kDigits[value & 15U]};
+  }
+  return digits;
+}
+
+std::string HexFromUnicode(std::string_view text) {
+  return HexFromBytes(Utf8ToUtf16LittleEndian(text));
 }
 
 std::string gCR;

@@ -61,6 +61,12 @@ std::string FillString(std::string_view ch, std::int64_t count);
 /// Hexadecimal digits of little-endian UTF-16 as UTF-8; with `decode` false the text as it is.
 std::string UnicodeFromHex(std::string_view text, bool decode);
 
+/// Its inverse: four upper-case digits a unit, "A" is "4100". A malformed byte becomes U+FFFD.
+std::string HexFromUnicode(std::string_view text);
+
+/// Two upper-case digits a byte.
+std::string HexFromBytes(std::string_view bytes);
+
 /// The value of a hexadecimal digit, "0" to "9" and "A" to "F". Another character below "A" counts as its
 /// code, and one above "F" as its code less 55.
 constexpr std::uint8_t HexDigitValue(char digit) {

@@ -10,9 +10,9 @@ namespace pack {
 constexpr const char* kRows[][2] = {
     // Values that a record can't hold.
     {"message can't hold \"|#|\"", R"("message": "a|#|b")"},
-    {"message makes up a separator", R"("message": "a|#")"},
+    {"message makes up the separator", R"("message": "a|#")"},
     {"timeStamp can't hold \"$|~\"", R"("timeStamp": "$|~")"},
-    {"executeBefore holds a character that Mac Roman lacks", R"("executeBefore": "京")"},
+    {"executeBefore can't hold \"京\", which Mac Roman lacks", R"("executeBefore": "京")"},
     {"labels[1] can't hold \"|\"", R"("labels": {"quit": "a|b"})"},
     {"labels can't hold \"|#|\"", R"("labels": ["", "#", ""])"},
     {"labels has more than 27", R"("labels": [1,2,3,4,5,6,7,8,9,0,1,2,3,4,5,6,7,8,9,0,1,2,3,4,5,6,7,8])"},

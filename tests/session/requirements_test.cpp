@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What a publisher may require of a machine, at the threshold.
-#include "session/Requirements.h"
+#include "package/Requirements.h"
 
 #include <gtest/gtest.h>
 

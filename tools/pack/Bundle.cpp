@@ -7,8 +7,9 @@
 
 #include "pack/Archive.h"
 #include "pack/Files.h"
-#include "pack/Records.h"
 #include "pack/Refusal.h"
+#include "pack/Scramble.h"
+#include "package/RecordWriter.h"
 
 namespace pack {
 namespace {
@@ -63,10 +64,10 @@ class Builder {
   fs::path Pieces() const { return fWork / "pieces"; }
 
   void Build(const std::string& bundleName) {
-    const Records records = WriteRecords(fFrom);
-    WriteFile(Resources() / "Data", records.data);
+    const WrittenRecord records = WriteRecord(fFrom.record);
+    WriteFile(Resources() / "Data", Scramble(records.data));
     WriteFile(Resources() / "TextData", records.textData);
-    const std::string name = fFrom.windowTitle.empty() ? bundleName : fFrom.windowTitle;
+    const std::string name = fFrom.record.fWindowTitle.empty() ? bundleName : fFrom.record.fWindowTitle;
     WriteFile(Bundle() / "Contents" / "Info.plist", InfoPlist(kRuntime, name));
     AddRuntime();
     AddItems("choices", fFrom.choices);
@@ -111,7 +112,7 @@ class Builder {
   // one that travels with the runtime is a plain program and gets a bundle around it.
   void AddCleanup() {
     Source source = fFrom.cleanupProgram;
-    if (fFrom.cleanup == 0 && !source.Given()) return;
+    if (fFrom.record.fCleanup == 0 && !source.Given()) return;
     if (!source.Given()) {
       if (!fs::exists(fRuntime / kCleanupProgram))
         throw Refusal("cleanup.program", "is missing, and the runtime's folder holds no PostInstallCleanup");

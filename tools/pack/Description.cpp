@@ -10,12 +10,20 @@
 #include <string_view>
 #include <utility>
 
+#include "actions/ActionScript.h"
+#include "engine/Target.h"
 #include "pack/DescriptionParts.h"
 #include "pack/Files.h"
 #include "pack/Labels.h"
+#include "pack/Notes.h"
+#include "pack/Picture.h"
 #include "pack/Refusal.h"
 #include "pack/Section.h"
 #include "pack/Text.h"
+#include "package/RecordWriter.h"
+#include "package/Requirements.h"
+#include "util/Paths.h"
+#include "util/Strings.h"
 
 namespace pack {
 namespace {
@@ -23,31 +31,34 @@ namespace {
 namespace fs = std::filesystem;
 using nlohmann::json;
 
-Picture ReadPicture(Section& section, const std::string& key) {
+void ReadPicture(Section& section, const std::string& key, std::string& pixels, std::int64_t& width,
+                 std::int64_t& height) {
   const fs::path file = section.File(key);
-  return file.empty() ? Picture{} : LoadPng(section.Name(key), file);
+  if (file.empty()) return;
+  const Picture picture = LoadPng(section.Name(key), file);
+  pixels = PixelString(picture);
+  width = static_cast<std::int64_t>(picture.width);
+  height = static_cast<std::int64_t>(picture.height);
 }
 
 // A requirement that the installer doesn't know would be met everywhere, so that a slip of the pen would
 // go unnoticed.
-template <std::size_t N>
-std::string ReadKeyword(Section& section, const std::string& key, const std::array<const char*, N>& known) {
+std::string ReadKeyword(Section& section, const std::string& key, const std::vector<std::string>& known) {
   const std::string value = section.Text(key);
-  const auto same = [&](const char* keyword) { return LowerAscii(keyword) == LowerAscii(value); };
+  const auto same = [&](const std::string& keyword) { return ViewConst::NonCaseMatch(keyword, value); };
   if (value.empty() || std::any_of(known.begin(), known.end(), same)) return value;
-  throw Refusal(section.Name(key),
-                std::string("is none of the known ones, ") + known.front() + " to " + known.back());
+  throw Refusal(section.Name(key), "is none of the known ones, " + known.front() + " to " + known.back());
 }
 
-void ReadUrl(Section& section, Description& to) {
+void ReadUrl(Section& section, InstallerRecord& to) {
   const json* url = section.Find("url");
   if (url == nullptr || !url->is_object()) {
-    to.urlAddress = section.Text("url");
+    to.fURLActual = section.Text("url");
     return;
   }
   Section inner(*url, "url", section.Folder());
-  to.urlAddress = inner.Text("address");
-  to.urlText = inner.Text("text");
+  to.fURLActual = inner.Text("address");
+  to.fURLDisplayed = inner.Text("text");
   inner.Finish();
 }
 
@@ -82,38 +93,39 @@ std::string Now() {
   return text.data();
 }
 
-void ReadTexts(Section& section, Description& to) {
-  to.windowTitle = section.Text("windowTitle");
-  to.message = section.Text("message");
-  to.centerMessage = section.Flag("centerMessage");
-  to.copyright = section.Text("copyright");
-  ReadUrl(section, to);
-  to.completionUrl = section.Text("completionURL");
-  const std::string address = LowerAscii(to.completionUrl);
-  if (!address.empty() && !address.starts_with("http://") && !address.starts_with("https://"))
-    throw Refusal("completionURL", "must begin with http:// or https://");
-  to.agreement = section.NoteText("agreement");
-  to.info = section.NoteText("info");
-  to.preInstallNotes = section.NoteText("preInstallNotes");
-  to.postInstallNotes = section.NoteText("postInstallNotes");
-  to.logo = ReadPicture(section, "logo");
-  to.picture = ReadPicture(section, "picture");
-  to.background = ReadPicture(section, "background");
-  if (const json* labels = section.Find("labels")) to.labels = ReadLabels(*labels);
+std::string ReadNote(Section& section, const std::string& key) {
+  return NoteText(section.Name(key), section.NoteText(key));
 }
 
-void ReadTarget(Section& section, Description& to) {
-  constexpr std::array kSystems = {"MacOS10.10", "MacOS10.11", "MacOS10.12", "MacOS10.13", "MacOS10.14",
-                                   "MacOS10.15", "MacOS11.0",  "MacOS11.1",  "MacOS11.2",  "MacOS11.3"};
-  constexpr std::array kMemory = {"250MB", "500MB", "1GB", "2GB", "4GB", "8GB", "16GB", "32GB"};
-  to.targetFolder = section.Text("targetFolder");
-  if (to.targetFolder.empty()) throw Refusal("targetFolder", "must name a folder");
-  CheckFolderName("targetFolder", to.targetFolder);
-  to.applicationFolder = section.Flag("applicationFolder");
-  to.patch = section.Flag("patch");
-  to.promptToReplace = section.Flag("promptToReplace");
-  to.minOs = ReadKeyword(section, "minOS", kSystems);
-  to.minRam = ReadKeyword(section, "minRAM", kMemory);
+void ReadTexts(Section& section, InstallerRecord& to) {
+  to.fWindowTitle = section.Text("windowTitle");
+  to.fMessage = section.Text("message");
+  to.fCenterMessage = section.Flag("centerMessage");
+  to.fCopyright = section.Text("copyright");
+  ReadUrl(section, to);
+  to.fCompletionURL = section.Text("completionURL");
+  const std::string address = LowerAscii(to.fCompletionURL);
+  if (!address.empty() && !address.starts_with("http://") && !address.starts_with("https://"))
+    throw Refusal("completionURL", "must begin with http:// or https://");
+  to.fAgreement = ReadNote(section, "agreement");
+  to.fInfo = ReadNote(section, "info");
+  to.fPreInstallNotes = ReadNote(section, "preInstallNotes");
+  to.fPostInstallNotes = ReadNote(section, "postInstallNotes");
+  ReadPicture(section, "logo", to.fLogoPixelStr, to.fLogoWidth, to.fLogoHeight);
+  ReadPicture(section, "picture", to.fPicturePixelStr, to.fPictureWidth, to.fPictureHeight);
+  ReadPicture(section, "background", to.fBackgroundPixelStr, to.fBackgroundWidth, to.fBackgroundHeight);
+  if (const json* labels = section.Find("labels")) to.fLabels = ReadLabels(*labels);
+}
+
+void ReadTarget(Section& section, InstallerRecord& to) {
+  to.fTargetFolder = section.Text("targetFolder");
+  if (to.fTargetFolder.empty()) throw Refusal("targetFolder", "must name a folder");
+  CheckFolderName("targetFolder", to.fTargetFolder);
+  to.fApplicationFolder = section.Flag("applicationFolder");
+  to.fInstallationPatch = section.Flag("patch");
+  to.fPromptToReplace = section.Flag("promptToReplace");
+  to.fMinOS = ReadKeyword(section, "minOS", VersionKeywords());
+  to.fMinRAM = ReadKeyword(section, "minRAM", MemoryKeywords());
 }
 
 // Comments are welcome in a file that people write; a key that comes twice is a slip.
@@ -135,33 +147,43 @@ json ParseJson(const fs::path& file) {
   }
 }
 
+std::string ListOf(const std::vector<Item>& items) {
+  return JoinItems({items.begin(), items.end()});
+}
+
 }  // namespace
 
 Description ReadDescription(const fs::path& file) {
   const json parsed = ParseJson(file);
   Section section(parsed, "", fs::absolute(file).parent_path());
   Description description;
-  ReadTexts(section, description);
-  ReadTarget(section, description);
+  InstallerRecord& record = description.record;
+  ReadTexts(section, record);
+  ReadTarget(section, record);
   ReadPayload(section, description);
   description.choices = ReadItems(section, "choices", false);
   description.options = ReadItems(section, "options", true);
-  if (description.patch && !(description.choices.empty() && description.options.empty()))
+  record.fInstallChoices = ListOf(description.choices);
+  record.fInstallOptions = ListOf(description.options);
+  if (record.fInstallationPatch && !(description.choices.empty() && description.options.empty()))
     throw Refusal(description.choices.empty() ? "options" : "choices",
                   "can't be offered by a patch, whose folder is gone when they would come");
-  description.actions = ReadActions(section);
+  record.fPostCopy = JoinActions(ReadActions(section));
   description.before = ReadProgram(section, "executeBefore");
   description.after = ReadProgram(section, "executeAfter");
+  record.fExecuteBeforeName = description.before.name;
+  record.fExecuteAfterName = description.after.name;
   ReadCleanup(section, description);
-  description.timeStamp = section.Find("timeStamp") != nullptr ? section.Text("timeStamp") : Now();
-  description.encryptionLength = section.Number("encryptionLength", 0, INT64_MAX);
+  record.fTimeStamp = section.Find("timeStamp") != nullptr ? section.Text("timeStamp") : Now();
+  record.fEncryptionLen = section.Number("encryptionLength", 0, INT64_MAX);
   section.Finish();
+  for (const RecordFault& fault : WriteRecord(record).faults) throw Refusal(fault.field, fault.why);
   return description;
 }
 
 std::string PayloadFolder(const Description& description) {
-  const std::string& target = description.targetFolder;
-  return target.substr(target.rfind('/') + 1) + (description.patch ? "Patch" : "");
+  const InstallerRecord& record = description.record;
+  return ViewConst::ExtractFileName(record.fTargetFolder) + (record.fInstallationPatch ? kPatchSuffix : "");
 }
 
 }  // namespace pack

@@ -52,6 +52,9 @@ Item ReadItem(Section section, bool option, const std::string& archiveName) {
       throw Refusal(section.Name("url"), "must be an http address that ends in a file's name");
   }
   section.Finish();
+  for (const auto& [key, value] : {std::pair{"name", &item.name}, std::pair{"url", &item.source},
+                                   std::pair{"target", &item.target}, std::pair{"tip", &item.tip}})
+    if (!FitsItem(*value)) throw Refusal(section.Name(key), "can't hold a comma or \"|\"");
   if (item.source.empty())
     throw Refusal(section.Name("folder"),
                   option ? "is missing, and so are zip and url" : "is missing, and so is zip");

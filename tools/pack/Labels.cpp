@@ -3,51 +3,24 @@
 #include "pack/Labels.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <set>
-#include <string_view>
 
 #include "pack/Refusal.h"
 #include "pack/Section.h"
+#include "package/Labels.h"
 
 namespace pack {
 namespace {
 
 using nlohmann::json;
 
-// By index; the empty ones have no use.
-constexpr std::array<std::string_view, 27> kNames = {"cannotWrite",
-                                                     "quit",
-                                                     "install",
-                                                     "cancel",
-                                                     "ok",
-                                                     "agree",
-                                                     "info",
-                                                     "agreementTitle",
-                                                     "infoTitle",
-                                                     "",
-                                                     "confirmTitle",
-                                                     "targetExists",
-                                                     "deleteTarget",
-                                                     "failed",
-                                                     "folderTitle",
-                                                     "folderSelect",
-                                                     "nextDisc",
-                                                     "",
-                                                     "patchFailed",
-                                                     "inProgress",
-                                                     "",
-                                                     "pleaseWait",
-                                                     "installingOptions",
-                                                     "choiceTitle",
-                                                     "optionsTitle",
-                                                     "preInstallNotesTitle",
-                                                     "postInstallNotesTitle"};
-
 std::size_t IndexOf(const std::string& key) {
-  for (std::size_t i = 0; i < kNames.size(); ++i) {
-    if ((!key.empty() && key == kNames[i]) || key == std::to_string(i)) return i;
+  for (const NamedLabel& label : NamedLabels()) {
+    if (key == label.name) return static_cast<std::size_t>(label.id);
+  }
+  for (std::size_t i = 0; i < kMostLabels; ++i) {
+    if (key == std::to_string(i)) return i;
   }
   throw Refusal("labels." + key, "is no label's name and no index from 0 to 26");
 }
@@ -57,7 +30,7 @@ std::size_t IndexOf(const std::string& key) {
 std::vector<std::string> ReadLabels(const json& json) {
   std::vector<std::string> labels;
   if (json.is_array()) {
-    if (json.size() > kNames.size()) throw Refusal("labels", "has more than 27 texts");
+    if (json.size() > kMostLabels) throw Refusal("labels", "has more than 27 texts");
     for (const auto& text : json)
       labels.push_back(TextOf(text, "labels[" + std::to_string(labels.size()) + "]"));
     return labels;

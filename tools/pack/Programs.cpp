@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <array>
 
+#include "actions/Specifiers.h"
 #include "pack/DescriptionParts.h"
 #include "pack/Refusal.h"
 #include "pack/Text.h"
+#include "package/CleanupMode.h"
 
 namespace pack {
 namespace {
@@ -14,9 +16,7 @@ namespace fs = std::filesystem;
 using nlohmann::json;
 
 bool IsSpecifier(const std::string& name) {
-  constexpr std::array kPrefixes = {"useraccount/", "installfolder/", "fixedpath/", "setupfolder/"};
-  return std::any_of(kPrefixes.begin(), kPrefixes.end(),
-                     [&](const char* prefix) { return LowerAscii(name).starts_with(prefix); });
+  return ResolveSpecifier(name, {}).has_value();
 }
 
 }  // namespace
@@ -32,6 +32,7 @@ std::vector<std::string> ReadActions(Section& section) {
     const std::size_t equals = actions.back().find('=');
     if (equals == 0 || equals == std::string::npos || equals + 1 == actions.back().size())
       throw Refusal(field, "must be a key, \"=\" and a value");
+    if (actions.back().find('|') != std::string::npos) throw Refusal(field, "can't hold \"|\"");
     if (actions.back().find('=', equals + 1) != std::string::npos)
       throw Refusal(field, "can't hold a second \"=\", where its value would end");
   }
@@ -67,19 +68,17 @@ Program ReadProgram(Section& section, const std::string& key) {
 }
 
 void ReadCleanup(Section& section, Description& to) {
-  constexpr std::array kModes = {"none", "deleteInstaller", "deleteFolder", "askDeleteInstaller",
-                                 "askDeleteFolder"};
   const json* cleanup = section.Find("cleanup");
   if (cleanup == nullptr) return;
   Section inner(*cleanup, "cleanup", section.Folder());
   const json* mode = inner.Find("mode");
   if (mode != nullptr && mode->is_string()) {
-    const auto* found = std::find(kModes.begin(), kModes.end(), mode->get<std::string>());
-    if (found == kModes.end())
+    const auto* found = std::find(kCleanupModes.begin(), kCleanupModes.end(), mode->get<std::string>());
+    if (found == kCleanupModes.end())
       throw Refusal("cleanup.mode", "must be a number from 0 to 4 or one of the modes' names");
-    to.cleanup = std::distance(kModes.begin(), found);
+    to.record.fCleanup = std::distance(kCleanupModes.begin(), found);
   } else {
-    to.cleanup = inner.Number("mode", 0, 4);
+    to.record.fCleanup = inner.Number("mode", 0, 4);
   }
   if (const json* program = inner.Find("program")) {
     Section source(*program, "cleanup.program", section.Folder());

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "base/Encoding.h"
 #include "pack/Files.h"
 #include "pack/Refusal.h"
 #include "pack/Text.h"
@@ -15,7 +16,7 @@ namespace fs = std::filesystem;
 using nlohmann::json;
 
 std::string CheckedText(const std::string& text, const std::string& name) {
-  if (!DecodeUtf8(text)) throw Refusal(name, "is no UTF-8 text");
+  if (!IsUtf8(text)) throw Refusal(name, "is no UTF-8 text");
   if (text.find('\0') != std::string::npos) throw Refusal(name, "can't hold a NUL character");
   return WithLineFeeds(text);
 }

@@ -9,8 +9,8 @@
 #include <system_error>
 #include <utility>
 
+#include "base/Encoding.h"
 #include "pack/Refusal.h"
-#include "pack/Text.h"
 
 namespace pack {
 namespace {
@@ -44,7 +44,7 @@ TreeItem MakeItem(const std::string& field, std::string name, const fs::path& pa
   }
   if (item.name.size() > kLongestName)
     throw Refusal(field, "holds a path that is too long for an archive: " + path.string());
-  if (!DecodeUtf8(item.name)) throw Refusal(field, "holds a name that is no UTF-8 text: " + path.string());
+  if (!IsUtf8(item.name)) throw Refusal(field, "holds a name that is no UTF-8 text: " + path.string());
   item.mode = facts.st_mode & (S_IFMT | 0777);
   item.modified = facts.st_mtim;
   return item;
