@@ -12,7 +12,8 @@
 namespace ziptest {
 
 std::string PackFrame(const std::string& content, const FrameStyle& style) {
-  ZSTD_CCtx* const context = ZSTD_createCCtx();
+  static ZSTD_CCtx* const context = ZSTD_createCCtx();
+  ZSTD_CCtx_reset(context, ZSTD_reset_session_and_parameters);
   ZSTD_CCtx_setParameter(context, ZSTD_c_checksumFlag, style.checksum);
   ZSTD_CCtx_setParameter(context, ZSTD_c_contentSizeFlag, style.size);
   if (style.window > 0) ZSTD_CCtx_setParameter(context, ZSTD_c_windowLog, style.window);
@@ -23,7 +24,6 @@ std::string PackFrame(const std::string& content, const FrameStyle& style) {
   if (style.window > 0)
     while (in.pos < in.size) ZSTD_compressStream2(context, &out, &in, ZSTD_e_continue);
   ZSTD_compressStream2(context, &out, &in, ZSTD_e_end);
-  ZSTD_freeCCtx(context);
   packed.resize(out.pos);
   if (style.dictionary) {  // the number of one, as if it had been used
     packed[4] = static_cast<char>(packed[4] | 1);

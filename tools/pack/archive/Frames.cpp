@@ -48,9 +48,9 @@ void FrameStream::Overwrite(std::size_t back, std::string_view bytes) {
   fFrame.content.replace(fFrame.content.size() - back, bytes.size(), bytes);
 }
 
-void FrameStream::Cut(const Effort& effort) {
+void FrameStream::Cut(int level) {
   if (!fFrame.content.empty()) Hand();
-  fFrame.effort = effort;
+  fFrame.level = level;
 }
 
 void FrameStream::Finish() {
@@ -69,7 +69,7 @@ void FrameStream::Finish() {
 }
 
 void FrameStream::Hand() {
-  Frame next{{}, fFrame.effort};
+  Frame next{{}, fFrame.level};
   fCrew.Put(std::exchange(fFrame, std::move(next)));
 }
 
@@ -90,9 +90,8 @@ FrameStream::Packed FrameStream::Compress(const Frame& frame) {
   // The window spans the frame, so that a match is found from any distance in it.
   constexpr int kSmallestWindow = 10;
   const int window = std::max(static_cast<int>(std::bit_width(content.size() - 1)), kSmallestWindow);
-  Set(context.get(), ZSTD_c_compressionLevel, frame.effort.level);
+  Set(context.get(), ZSTD_c_compressionLevel, frame.level);
   Set(context.get(), ZSTD_c_windowLog, window);
-  if (frame.effort.chainLog != 0) Set(context.get(), ZSTD_c_chainLog, frame.effort.chainLog);
   Set(context.get(), ZSTD_c_contentSizeFlag, 1);
   Set(context.get(), ZSTD_c_checksumFlag, 1);
   Packed packed{std::string(ZSTD_compressBound(content.size()), '\0'), content.size()};

@@ -14,12 +14,6 @@
 
 namespace pack {
 
-/// How hard to try for a frame.
-struct Effort {
-  int level = 1;
-  int chainLog = 0;  ///< 0: as the level has it
-};
-
 class FrameStream {
  public:
   /// Frames hold `frameSize` bytes of content at most, 16 MiB or fewer.
@@ -32,15 +26,15 @@ class FrameStream {
   void Append(std::string_view bytes);
   /// Replaces the last bytes that were appended, as long as they are in the frame that is being filled.
   void Overwrite(std::size_t back, std::string_view bytes);
-  /// Ends the frame that is being filled. Those that follow are compressed by `effort`.
-  void Cut(const Effort& effort);
+  /// Ends the frame that is being filled. Those that follow are compressed at `level`.
+  void Cut(int level);
   /// The last frame, and the table.
   void Finish();
 
  private:
   struct Frame {
     std::string content;
-    Effort effort;
+    int level = 1;
   };
   struct Packed {
     std::string bytes;

@@ -15,8 +15,7 @@ namespace pack {
 
 InputFile::InputFile(const TreeItem& item) : fItem(item) {
   fFile = ::open(item.path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-  if (fFile < 0)
-    throw Refusal(item.path.string(), "can't be read: " + std::generic_category().message(errno));
+  if (fFile < 0) throw Refusal(item.path, "can't be read: " + std::generic_category().message(errno));
 }
 
 InputFile::~InputFile() {
@@ -44,7 +43,7 @@ void InputFile::Finish() const {
 }
 
 void InputFile::RefuseChange() const {
-  throw Refusal(fItem.path.string(), "changed while it was packed");
+  throw Refusal(fItem.path, "changed while it was packed");
 }
 
 std::size_t InputFile::ReadAt(char* to, std::size_t size, std::uint64_t place) const {
@@ -52,8 +51,7 @@ std::size_t InputFile::ReadAt(char* to, std::size_t size, std::uint64_t place) c
   while (done < size) {
     const ssize_t got = ::pread(fFile, to + done, size - done, static_cast<off_t>(place + done));
     if (got < 0 && errno == EINTR) continue;
-    if (got < 0)
-      throw Refusal(fItem.path.string(), "can't be read: " + std::generic_category().message(errno));
+    if (got < 0) throw Refusal(fItem.path, "can't be read: " + std::generic_category().message(errno));
     if (got == 0) break;
     done += static_cast<std::size_t>(got);
   }

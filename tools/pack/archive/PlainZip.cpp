@@ -13,7 +13,7 @@
 #include "pack/archive/DeflateBlock.h"
 #include "pack/archive/InputFile.h"
 #include "pack/archive/OutputFile.h"
-#include "pack/archive/Probe.h"
+#include "pack/archive/Sketch.h"
 #include "pack/archive/ZipFormat.h"
 
 namespace pack {
@@ -128,7 +128,7 @@ void PutFile(Deflaters& crew, const TreeItem& item, bool deflate, std::size_t bl
 void WritePlainZip(const std::vector<TreeItem>& items, const Compression& compression,
                    const std::filesystem::path& archive, const PlainLimits& limits) {
   const bool deflate = compression.method == Method::kDeflate;
-  const std::vector<bool> dense = deflate ? FindDense(items) : std::vector<bool>(items.size(), true);
+  const std::vector<Sketch> sketches = deflate ? TakeSketches(items, 0) : std::vector<Sketch>(items.size());
   const std::size_t workers = limits.workers != 0 ? limits.workers : CountWorkers(4 * limits.blockSize);
   OutputFile out(archive);
   EntryWriter entries(out);
@@ -137,7 +137,7 @@ void WritePlainZip(const std::vector<TreeItem>& items, const Compression& compre
       PackBlock, [&entries](const PackedBlock& block) { entries.Take(block); });
   for (std::size_t i = 0; i < items.size(); ++i) {
     if (items[i].kind == Kind::kFile) {
-      PutFile(crew, items[i], !dense[i] && items[i].size > 0, limits.blockSize);
+      PutFile(crew, items[i], deflate && !sketches[i].dense && items[i].size > 0, limits.blockSize);
     } else {
       crew.Put({.item = &items[i], .bytes = items[i].target, .first = true, .last = true});
     }

@@ -7,9 +7,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <new>
-#include <utility>
-
-#include "pack/archive/Crew.h"
 
 namespace pack {
 namespace {
@@ -41,28 +38,6 @@ bool Probe::IsDense(const InputFile& file, std::uint64_t size) {
     after += ZSTD_compressCCtx(fContext.get(), fRoom.data(), fRoom.size(), bytes.data(), bytes.size(), 1);
   }
   return after * 100 >= before * 97;
-}
-
-std::vector<bool> FindDense(const std::vector<TreeItem>& items) {
-  using Range = std::pair<std::size_t, std::size_t>;
-  constexpr std::size_t kBatch = 64;
-  const auto look = [&items](Probe& probe, const Range& range) {
-    std::vector<bool> found;
-    for (std::size_t i = range.first; i < range.second; ++i) {
-      const bool file = items[i].kind == Kind::kFile && items[i].size >= kSmallest;
-      found.push_back(file && probe.IsDense(InputFile(items[i]), items[i].size));
-    }
-    return found;
-  };
-  std::vector<bool> dense;
-  const std::size_t workers = CountWorkers(1 << 20);
-  Crew<Probe, Range, std::vector<bool>> crew(
-      workers, 4 * workers, std::make_unique<Probe>, look,
-      [&dense](const std::vector<bool>& found) { dense.insert(dense.end(), found.begin(), found.end()); });
-  for (std::size_t begin = 0; begin < items.size(); begin += kBatch)
-    crew.Put({begin, std::min(begin + kBatch, items.size())});
-  crew.Finish();
-  return dense;
 }
 
 }  // namespace pack

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "pack/archive/InputFile.h"
 
@@ -26,8 +25,5 @@ class Probe {
   std::unique_ptr<ZSTD_CCtx_s, Free> fContext;
   std::string fRoom;
 };
-
-/// What IsDense says of each item; false for what is no file.
-std::vector<bool> FindDense(const std::vector<TreeItem>& items);
 
 }  // namespace pack

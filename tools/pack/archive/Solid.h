@@ -13,7 +13,7 @@
 namespace pack {
 
 struct SolidLimits {
-  std::size_t frameSize = 0;  ///< 0: what the level has
+  std::size_t frameSize = 0;  ///< 0: 16 MiB
   std::size_t workers = 0;    ///< 0: as many as there are cores
 };
 

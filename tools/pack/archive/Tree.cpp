@@ -30,7 +30,7 @@ TreeItem MakeItem(const std::string& field, std::string name, const fs::path& pa
   const struct stat facts = FactsOf(path);
   TreeItem item;
   item.name = std::move(name);
-  item.path = path;
+  item.path = path.string();
   if (S_ISDIR(facts.st_mode)) {
     item.kind = Kind::kFolder;
     item.name += "/";

@@ -13,8 +13,8 @@ namespace pack {
 enum class Kind { kFolder, kLink, kFile };
 
 struct TreeItem {
-  std::string name;            ///< in the archive: UTF-8, parts separated by "/", one behind a folder's name
-  std::filesystem::path path;  ///< on the disk
+  std::string name;  ///< in the archive: UTF-8, parts separated by "/", one behind a folder's name
+  std::string path;  ///< on the disk
   Kind kind = Kind::kFile;
   std::uint32_t mode = 0;  ///< type and access rights
   timespec modified{};     ///< last change of the content
