@@ -44,6 +44,9 @@ class ActionScript {
   bool fEmpty;
 };
 
+/// The keys that are no source of a copy.
+std::vector<std::string> ActionVerbs();
+
 /// The script of these entries, none of which may hold "|".
 std::string JoinActions(const std::vector<std::string>& entries);
 

@@ -174,6 +174,11 @@ std::string LineEndingEncoding(const std::string& text) {
   return gCR.empty() ? text : ReplaceCh1WithCh2(text, gCR.front(), '\n');
 }
 
+std::string CompleteAddress(std::string_view text) {
+  std::string address = WithoutBlanksAround(text);
+  return address.empty() || Pos("http", address) > 0 ? address : "http://" + address;
+}
+
 bool IsHtml(std::string_view note) {
   return Pos("<HTML>", note) > 0;
 }

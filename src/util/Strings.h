@@ -84,6 +84,10 @@ extern std::string gCR;
 /// Replaces the character `gCR` by a line feed.
 std::string LineEndingEncoding(const std::string& text);
 
+/// The address that a click on "example.com" leads to: with "http://" in front where no "http" is in it, and
+/// without blanks around it. Empty for nothing.
+std::string CompleteAddress(std::string_view text);
+
 /// Is the note a page? True when "<HTML>" stands in it, in any case.
 bool IsHtml(std::string_view note);
 

@@ -32,7 +32,7 @@ TEST_F(RecordsTest, EveryKeyReachesItsField) {
   WritePng("red.png", 2, 1, {255, 0, 0, 255, 255, 0, 0, 128});
   WritePng("clear.png", 4, 4, {});
   WritePng("huge.png", 8334, 1000, {});
-  Write("tool", "#!/bin/sh\n");
+  Write("tool", "#!/bin/sh\n", 0755);
   Write("extra/x", "x");
   Write("cleaner/Contents/MacOS/cleaner", "x");
   Write("agreement.txt", "\xEF\xBB\xBFOne.\rTwo.\r\n");
@@ -66,10 +66,11 @@ TEST_F(RecordsTest, EveryKeyReachesItsField) {
 }
 
 TEST_F(RecordsTest, ValuesMayEndInPartsOfASeparator) {
+  Write("p$|", "#!/bin/sh\n", 0755);
   ASSERT_EQ("", Pack({{"message", "a|"},
                       {"copyright", "||"},
                       {"windowTitle", "#|b"},
-                      {"executeBefore", "p$|"},
+                      {"executeBefore", {{"file", "p$|"}}},
                       {"labels", {"", " ", ""}}}));
   const std::string texts = Resource("TextData");
   EXPECT_EQ("a| | | || #|b", Field(texts, "|#|", 2) + " " + Field(texts, "|#|", 6) + " " +

@@ -16,7 +16,8 @@ class Labels : public SessionTest {
     for (const char* file : {"TessarineStub", "TessarineClipboard", "TessarineNetwork.so"})
       fTree.Write(std::string("runtime/") + file, "", 0755);
     fs::copy_file(DITTO_PROGRAM, fTree.Path("runtime/ditto"));
-    for (const char* file : {"payload/read me", "extra/x"}) fTree.Write(file, "some content");
+    fTree.Write("payload/read me", std::string(1'000'001, 'r'));
+    fTree.Write("extra/x", "some content");
     fTree.Folder("media");
     fMachine.SetClipboardText("");
   }
@@ -123,7 +124,7 @@ TEST_F(Labels, AllAreSeenWhereTheyBelong) {
     fScript.ExpectMessage("Text 18");
     RunFromDisk("a patch of nothing");
 
-    Pack(given, {{"applicationFolder", true}, {"payload", {{"splitSizes", {10}}}}});
+    Pack(given, {{"applicationFolder", true}, {"payload", {{"compression", "store"}, {"splitSizes", {1'000'000}}}}});
     fs::remove_all(fTree.Path("temporary/1234"));
     fTree.Folder("temporary/1234");
     fs::rename(fTree.Path("media/Setup.app"), fTree.Path("temporary/1234/Setup.app"));

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "pack/Archive.h"
+#include "pack/Contents.h"
 #include "pack/Files.h"
 #include "pack/Refusal.h"
 #include "pack/Scramble.h"
@@ -121,8 +122,6 @@ class Builder {
       fs::copy_file(fRuntime / kCleanupProgram, source.folder / "Contents" / "MacOS" / kCleanupProgram);
       WriteFile(source.folder / "Contents" / "Info.plist", InfoPlist(kCleanupProgram, kCleanupProgram));
     }
-    if (!source.folder.empty() && !fs::is_directory(source.folder / "Contents"))
-      throw Refusal("cleanup.program.folder", "names no application bundle: " + source.folder.string());
     const fs::path archive = MakeArchive("cleanup.program", source, source.zip.empty() ? "" : "Contents");
     ScrambleFile(archive, {{"Data3", fs::file_size(archive)}}, Resources(), Resources());
     fs::remove(archive);
@@ -138,12 +137,13 @@ class Builder {
   fs::path MakeArchive(const std::string& field, const Source& source, const std::string& top) {
     const fs::path archive = fWork / "archive.zip";
     if (source.folder.empty()) {
-      CheckZip(field + ".zip", source.zip, top);
       fs::copy_file(source.zip, archive);
     } else {
       RefuseOwnFolder(field + ".folder", source.folder);
       ArchiveFolder(field + ".folder", source.folder, top, source.compression, archive);
     }
+    // The folder may have changed since it was looked at.
+    CheckArchive(field, archive);
     return archive;
   }
 

@@ -43,7 +43,8 @@ struct Description {
   Source cleanupProgram;
 };
 
-/// Reads the JSON file `file`. Paths in it count from its own folder. Throws Refusal.
+/// Reads the JSON file `file`, and looks at all that it names. Paths in it count from its own folder. Throws
+/// Mistakes with everything that the installer couldn't carry out, or Refusal for no file at all.
 Description ReadDescription(const std::filesystem::path& file);
 
 /// Name of the Payload's one top-level folder: the last name of the target folder, for a patch with "Patch"

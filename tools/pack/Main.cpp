@@ -8,6 +8,7 @@
 
 #include "pack/Bundle.h"
 #include "pack/Description.h"
+#include "pack/Refusal.h"
 
 namespace {
 
@@ -15,8 +16,10 @@ namespace fs = std::filesystem;
 
 constexpr char kUsage[] =
     "Usage: tessarine-pack [--runtime FOLDER] DESCRIPTION.json OUT.app\n"
+    "       tessarine-pack --check DESCRIPTION.json\n"
     "Makes the installer OUT.app from a description. FOLDER holds TessarineStub and its helpers;\n"
-    "it is the folder of tessarine-pack itself unless said otherwise.\n";
+    "it is the folder of tessarine-pack itself unless said otherwise. --check only looks whether that would "
+    "do.\n";
 
 struct Arguments {
   fs::path description;
@@ -52,12 +55,19 @@ int main(int argc, char** argv) {
     return 0;
   }
   try {
+    if (words.size() == 2 && words[0] == "--check") {
+      static_cast<void>(pack::ReadDescription(words[1]));
+      return 0;
+    }
     Arguments arguments{{}, {}, fs::read_symlink("/proc/self/exe").parent_path()};
     if (!ReadArguments(words, arguments)) {
       std::cerr << kUsage;
       return 2;
     }
     pack::MakeBundle(pack::ReadDescription(arguments.description), arguments.out, arguments.runtime);
+  } catch (const pack::Mistakes& mistakes) {
+    std::cerr << mistakes.what() << "\n";
+    return 1;
   } catch (const std::exception& problem) {
     std::cerr << "tessarine-pack: " << problem.what() << "\n";
     return 1;

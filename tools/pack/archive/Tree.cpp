@@ -2,7 +2,9 @@
 // The walk over a folder.
 #include "pack/archive/Tree.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -22,7 +24,7 @@ constexpr std::size_t kLongestName = 65535;  // what its length in a header can 
 struct stat FactsOf(const fs::path& path) {
   struct stat facts {};
   if (::lstat(path.c_str(), &facts) != 0)
-    throw fs::filesystem_error("lstat", path, std::error_code(errno, std::generic_category()));
+    throw Refusal(path.string(), "can't be looked at: " + std::generic_category().message(errno));
   return facts;
 }
 
@@ -38,6 +40,8 @@ TreeItem MakeItem(const std::string& field, std::string name, const fs::path& pa
     item.kind = Kind::kLink;
     item.target = fs::read_symlink(path).string();
   } else if (S_ISREG(facts.st_mode)) {
+    if (::faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) != 0)
+      throw Refusal(field, "holds a file that can't be read: " + path.string());
     item.size = static_cast<std::uint64_t>(facts.st_size);
   } else {
     throw Refusal(field, "holds something that is no file, folder or link: " + path.string());
@@ -51,21 +55,34 @@ TreeItem MakeItem(const std::string& field, std::string name, const fs::path& pa
 }
 
 void AddContent(const std::string& field, const fs::path& folder, const std::string& prefix,
-                std::vector<TreeItem>& to) {
-  for (const auto& entry : fs::directory_iterator(folder)) {
-    to.push_back(MakeItem(field, prefix + entry.path().filename().string(), entry.path()));
-    const std::string name = to.back().name;
-    if (to.back().kind == Kind::kFolder) AddContent(field, entry.path(), name, to);
+                std::vector<TreeItem>& to, Problems& problems) {
+  std::error_code error;
+  for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+    const fs::path path = entry->path();
+    TreeItem item;
+    if (!problems.Try([&] { item = MakeItem(field, prefix + path.filename().string(), path); })) continue;
+    to.push_back(item);
+    if (item.kind == Kind::kFolder) AddContent(field, path, item.name, to, problems);
   }
+  if (error) problems.Add(field, "holds a folder that can't be read: " + folder.string());
 }
 
 }  // namespace
 
-std::vector<TreeItem> ListTree(const std::string& field, const fs::path& folder, const std::string& top) {
+std::vector<TreeItem> ListTree(const std::string& field, const fs::path& folder, const std::string& top,
+                               Problems& problems) {
   std::vector<TreeItem> items;
-  if (!top.empty()) items.push_back(MakeItem(field, top, folder / "."));
-  AddContent(field, folder, top.empty() ? "" : top + "/", items);
+  if (!top.empty() && !problems.Try([&] { items.push_back(MakeItem(field, top, folder / ".")); }))
+    return items;
+  AddContent(field, folder, top.empty() ? "" : top + "/", items, problems);
   std::sort(items.begin(), items.end(), [](const TreeItem& a, const TreeItem& b) { return a.name < b.name; });
+  return items;
+}
+
+std::vector<TreeItem> ListTree(const std::string& field, const fs::path& folder, const std::string& top) {
+  Problems problems;
+  std::vector<TreeItem> items = ListTree(field, folder, top, problems);
+  problems.ThrowFirst();
   return items;
 }
 
