@@ -124,7 +124,8 @@ TEST_F(Labels, AllAreSeenWhereTheyBelong) {
     fScript.ExpectMessage("Text 18");
     RunFromDisk("a patch of nothing");
 
-    Pack(given, {{"applicationFolder", true}, {"payload", {{"compression", "store"}, {"splitSizes", {1'000'000}}}}});
+    Pack(given,
+         {{"applicationFolder", true}, {"payload", {{"compression", "store"}, {"splitSizes", {1'000'000}}}}});
     fs::remove_all(fTree.Path("temporary/1234"));
     fTree.Folder("temporary/1234");
     fs::rename(fTree.Path("media/Setup.app"), fTree.Path("temporary/1234/Setup.app"));

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "pack/Actions.h"
 
+#include <filesystem>
+
 #include "actions/ActionScript.h"
 #include "pack/Nearest.h"
 #include "pack/Refusal.h"
+#include "platform/Brake.h"
 #include "util/Paths.h"
 #include "util/Places.h"
 #include "util/Strings.h"
@@ -13,6 +16,8 @@ namespace {
 
 using nlohmann::json;
 using Kind = Action::Kind;
+
+const std::string kDeletes = "deletes";
 
 std::string FieldOf(std::size_t index) {
   return "actions[" + std::to_string(index) + "]";
@@ -37,14 +42,17 @@ std::string CheckedEntry(const std::string& field, const json& value) {
 // A path outside of the target folder. "UserAccount/" counts from the user's home where the installer knows
 // it.
 void CheckPath(const std::string& field, const std::string& what, const std::string& path, bool fromHome) {
-  constexpr const char* kHome = "/home";
+  const std::string kHome = "/home/user";
   const std::string full = fromHome ? ExpandUserAccount(path, kHome) : path;
   if (!full.starts_with('/'))
     throw Refusal(field, what + " \"" + path + "\", which must begin with \"/\"" +
                              (fromHome ? " or \"UserAccount/\"" : ""));
-  const bool names = full.find_first_not_of('/') != std::string::npos && full != std::string(kHome) + "/";
-  if (!names || full.find('\n') != std::string::npos)
+  std::string place = std::filesystem::path(full).lexically_normal().string();
+  if (place.size() > 1 && place.ends_with('/')) place.pop_back();
+  if (place == "/" || place == kHome || full.find('\n') != std::string::npos)
     throw Refusal(field, what + " \"" + path + "\", which names no item");
+  if (what == kDeletes && IsFolderOfTheSystem(place))
+    throw Refusal(field, what + " \"" + path + "\", which the installer leaves alone: it is the system's");
 }
 
 class Checker {
@@ -54,13 +62,13 @@ class Checker {
   void Check(const std::string& field, const Action& action) {
     switch (action.kind) {
       case Kind::Delete:
-        return CheckPath(field, "deletes", action.value, true);
+        return CheckPath(field, kDeletes, action.value, true);
       case Kind::CreateFolder:
         return CheckPath(field, "makes", action.value, true);
       case Kind::AllUsersFullAccess:
         return CheckPath(field, "opens", action.value, true);
       case Kind::PreInstallDelete:
-        return CheckPath(field, "deletes", action.value, false);
+        return CheckPath(field, kDeletes, action.value, false);
       case Kind::PreInstallCopy:
         CheckPath(field, "saves", action.source, false);
         return CheckPath(field, "copies to", action.destination, false);
@@ -87,7 +95,7 @@ class Checker {
 
   // Counted from the target folder, into which a command may have put something.
   void CheckInstalled(const std::string& field, const std::string& name) const {
-    const std::string meant = DidYouMean(name, ActionVerbs());
+    std::string meant = DidYouMean(name, ActionVerbs());
     if (fPatch && meant.empty())
       throw Refusal(field, "counts from the patch's folder, which is gone when it comes");
     std::string path = name;
@@ -95,6 +103,7 @@ class Checker {
     const bool inner = ViewConst::IsInnerName(path);
     const bool unknown = (fCommands || !fPayload) && meant.empty();
     if (inner && (unknown || (fPayload && fPayload->Find(path)))) return;
+    if (meant.empty() && fPayload) meant = DidYouMean(name, fPayload->Paths());
     throw Refusal(field, "names nothing that the payload holds: \"" + name + "\"" + meant);
   }
 

@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 
+#include <algorithm>
 #include <thread>
 
 #include "archive/planning/Plan.h"
@@ -48,6 +49,19 @@ Contents ContentsOf(const archive::Plan& plan, const std::string& top) {
   return contents;
 }
 
+Contents ContentsOf(const std::vector<TreeItem>& items, const std::string& top) {
+  Contents contents;
+  for (const TreeItem& item : items) {
+    std::string path = item.name.substr(top.empty() ? 0 : top.size() + 1);
+    if (path.ends_with('/')) path.pop_back();
+    const Contents::Kind file = (item.mode & 0111) != 0 ? Contents::Kind::kProgram : Contents::Kind::kFile;
+    contents.items[path] = item.kind == Kind::kFolder ? Contents::Kind::kFolder
+                           : item.kind == Kind::kLink ? Contents::Kind::kLink
+                                                      : file;
+  }
+  return contents;
+}
+
 // All of a zip lies in the folder `top`, which the installer knows by its name.
 void CheckTop(const std::string& field, const archive::Plan& plan, const std::string& top,
               const fs::path& zip) {
@@ -74,6 +88,12 @@ std::optional<Contents::Kind> Contents::Find(const std::string& path) const {
   return std::nullopt;
 }
 
+std::vector<std::string> Contents::Paths() const {
+  std::vector<std::string> paths;
+  for (const auto& [path, kind] : items) paths.push_back(path);
+  return paths;
+}
+
 std::optional<Contents> ReadContents(const std::string& field, const Source& source, const std::string& top,
                                      Problems& problems) {
   std::optional<Contents> contents;
@@ -89,11 +109,21 @@ std::optional<Contents> ReadContents(const std::string& field, const Source& sou
     std::error_code unread;
     if (fs::is_empty(source.folder, unread) && !unread)
       problems.Add(key, "names a folder that holds nothing: " + source.folder.string());
-    problems.Try([&] {
-      contents = ContentsOf(PlanOf(key, archive::MemorySource(HollowZip(items)), source.folder), top);
-    });
+    problems.Try([&] { PlanOf(key, archive::MemorySource(HollowZip(items)), source.folder); });
+    contents = ContentsOf(items, top);
   }
   return contents;
+}
+
+bool HoldsProgram(const Contents& contents, const std::string& path) {
+  const std::optional<Contents::Kind> kind = contents.Find(path);
+  if (kind != Contents::Kind::kFolder)
+    return kind == Contents::Kind::kProgram || kind == Contents::Kind::kLink;
+  const std::string programs = path + "/Contents/MacOS/";
+  const auto inside = [&](const auto& item) {
+    return item.first.starts_with(programs) && HoldsProgram(contents, item.first);
+  };
+  return path.ends_with(".app") && std::any_of(contents.items.begin(), contents.items.end(), inside);
 }
 
 bool HoldsBundle(const Contents& contents) {

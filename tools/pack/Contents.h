@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "pack/Description.h"
 #include "pack/Problems.h"
@@ -19,12 +20,16 @@ struct Contents {
 
   /// None where nothing stands at `path`. What lies behind a link is taken for one.
   std::optional<Kind> Find(const std::string& path) const;
+  std::vector<std::string> Paths() const;
 };
 
 /// Of a folder that is to be packed below `top`, or of a zip that must hold the one folder `top`; an empty
 /// `top` stands for none. What the expander would refuse goes to `problems`, under the key of `field`.
 std::optional<Contents> ReadContents(const std::string& field, const Source& source, const std::string& top,
                                      Problems& problems);
+
+/// Is there an executable file, or an application bundle with one? A link may lead to one.
+bool HoldsProgram(const Contents& contents, const std::string& path);
 
 /// Is it what a bundle holds, or a bundle alone?
 bool HoldsBundle(const Contents& contents);

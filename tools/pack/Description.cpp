@@ -96,7 +96,7 @@ void ReadTexts(Section& section, InstallerRecord& to) {
   to.fCompletionURL = section.Text("completionURL");
   if (!to.fCompletionURL.empty() && !IsWebAddress(to.fCompletionURL) && !IsMailAddress(to.fCompletionURL))
     section.Refuse("completionURL",
-                   "must begin with http:// or https:// and a host, or with mailto:: " + to.fCompletionURL);
+                   "must be \"http://\" or \"https://\" with a host, or \"mailto:\": " + to.fCompletionURL);
   ReadNotes(section, to);
   ReadPicture(section, "logo", to.fLogoPixelStr, to.fLogoWidth, to.fLogoHeight);
   ReadPicture(section, "picture", to.fPicturePixelStr, to.fPictureWidth, to.fPictureHeight);
@@ -129,22 +129,25 @@ void ReadTarget(Section& section, Description& description) {
   to.fTargetFolder.clear();  // nothing more is told about it
 }
 
+std::uintmax_t PieceSize(Section& section, const std::string& key, const json& size) {
+  constexpr std::uintmax_t kSmallest = 1'000'000;
+  if (size.is_number_unsigned() && size >= kSmallest) return size.get<std::uintmax_t>();
+  section.Refuse(key, "must be a number of bytes, 1000000 at least");
+  return kSmallest;
+}
+
 void ReadSplit(Section& section, Split& to) {
-  constexpr std::int64_t kSmallestPiece = 1'000'000;
+  const json* size = section.Find("splitSize");
   const json* sizes = section.Find("splitSizes");
-  if (section.Find("splitSize") != nullptr) {
-    if (sizes != nullptr) section.Refuse("splitSize", "can't stand beside splitSizes");
-    to.sizes = {static_cast<std::uintmax_t>(section.Number("splitSize", kSmallestPiece, INT64_MAX))};
-    to.repeat = true;
-  } else if (sizes != nullptr) {
-    if (!sizes->is_array() || sizes->empty()) section.Refuse("splitSizes", "must be a list of numbers");
-    for (const json& size : *sizes) {
-      if (!size.is_number_unsigned() || size < kSmallestPiece)
-        section.Refuse("splitSizes[" + std::to_string(to.sizes.size()) + "]",
-                       "must be a number of bytes, 1000000 at least");
-      to.sizes.push_back(size.is_number_unsigned() ? size.get<std::uintmax_t>() : 0);
-    }
+  if (size != nullptr && sizes != nullptr) section.Refuse("splitSize", "can't stand beside splitSizes");
+  if (size != nullptr) to = {{PieceSize(section, "splitSize", *size)}, true};
+  if (size != nullptr || sizes == nullptr) return;
+  if (!sizes->is_array() || sizes->empty()) {
+    section.Refuse("splitSizes", "must be a list of numbers");
+    return;
   }
+  for (const json& row : *sizes)
+    to.sizes.push_back(PieceSize(section, "splitSizes[" + std::to_string(to.sizes.size()) + "]", row));
 }
 
 void ReadPayload(Section& section, Description& to) {
@@ -245,7 +248,7 @@ Description ReadDescription(const fs::path& file) {
   Problems problems;
   for (const std::string& twin : places.Twins()) problems.Add(twin, "stands twice in one object");
   Section section(parsed, "", fs::absolute(file).parent_path(), problems);
-  Description description = ReadAll(section);
+  Description description = parsed.is_object() ? ReadAll(section) : Description{};
   problems.Tell(file, places);
   return description;
 }

@@ -4,6 +4,7 @@
 
 #include "actions/Specifiers.h"
 #include "pack/DescriptionParts.h"
+#include "pack/Nearest.h"
 #include "pack/Refusal.h"
 #include "pack/Text.h"
 #include "package/CleanupMode.h"
@@ -73,10 +74,12 @@ void CheckPrograms(const Description& description, const std::optional<Contents>
       problems.Add(key, before ? "can't count from InstallFolder/, where nothing is yet"
                                : "can't count from InstallFolder/, which is a patch's own and gone by then");
     } else if (payload) {
-      const auto kind = payload->Find(resolved->path.substr(target.size()));
-      if (!kind) problems.Add(key, "names nothing that the payload holds: \"" + program.name + "\"");
-      if (kind == Contents::Kind::kFile)
-        problems.Add(key, "names a file of the payload that isn't executable: \"" + program.name + "\"");
+      const std::string path = resolved->path.substr(target.size());
+      if (!HoldsProgram(*payload, path))
+        problems.Add(key, payload->Find(path) ? "names something in the payload that isn't executable: \"" +
+                                                    program.name + "\""
+                                              : "names nothing that the payload holds: \"" + path + "\"" +
+                                                    DidYouMean(path, payload->Paths()));
     }
   }
 }

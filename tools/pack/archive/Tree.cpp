@@ -11,6 +11,7 @@
 #include <system_error>
 #include <utility>
 
+#include "archive/Result.h"
 #include "base/Encoding.h"
 #include "pack/Refusal.h"
 
@@ -48,7 +49,8 @@ TreeItem MakeItem(const std::string& field, std::string name, const fs::path& pa
   }
   if (item.name.size() > kLongestName)
     throw Refusal(field, "holds a path that is too long for an archive: " + path.string());
-  if (!IsUtf8(item.name)) throw Refusal(field, "holds a name that is no UTF-8 text: " + path.string());
+  if (!IsUtf8(item.name))
+    throw Refusal(field, "holds a name that is no UTF-8 text: " + archive::Quoted(path.string()));
   item.mode = facts.st_mode & (S_IFMT | 0777);
   item.modified = facts.st_mtim;
   return item;
