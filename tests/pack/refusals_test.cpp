@@ -177,7 +177,7 @@ TEST_F(Refusals, NameTheFieldAndWriteNothing) {
 TEST_F(Refusals, ComeAllAtOnceEachWithItsPlace) {
   const std::string file = Write("bad.json", R"({
   // A comment with a { and a "
-  "targetFolder": "Lamp", "mesage": "é",
+  "targetFolder": "Lamp", "mesage": "é\"{",
   "payload": {"folder": "odd", "compression": "solids"},
   "actions": ["shell=ls",
     "delet=/a"],

@@ -2,11 +2,11 @@
 // Where the keys of a JSON text stand: what the parser reads keeps no places.
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <map>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace pack {
@@ -15,7 +15,9 @@ namespace pack {
 struct Place {
   std::size_t line = 1;
   std::size_t column = 1;
-  auto operator<=>(const Place&) const = default;
+  bool operator<(const Place& other) const {
+    return std::tie(line, column) < std::tie(other.line, other.column);
+  }
 };
 
 /// Of the byte at `offset`.
