@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "pack/Progress.h"
 #include "pack/Refusal.h"
 #include "pack/archive/PlainZip.h"
 #include "pack/archive/Solid.h"
@@ -28,6 +29,9 @@ void ArchiveFolder(const std::string& field, const fs::path& folder, const std::
                    const Compression& compression, const fs::path& archive) {
   if (fs::is_empty(folder)) throw Refusal(field, "names a folder that holds nothing: " + folder.string());
   std::vector<TreeItem> items = ListTree(field, folder, top);
+  std::uint64_t bytes = 0;
+  for (const TreeItem& item : items) bytes += item.size;
+  Progress::Current().Begin(bytes);
   if (compression.method == Method::kSolid) {
     WriteSolid(std::move(items), compression.level, archive);
   } else {

@@ -111,7 +111,7 @@ void ReadTarget(Section& section, Description& to) {
   CheckFolderName("targetFolder", to.targetFolder);
   to.applicationFolder = section.Flag("applicationFolder");
   to.patch = section.Flag("patch");
-  to.promptToReplace = section.Flag("promptToReplace");
+  to.promptToReplace = section.Flag("promptToReplace", true);
   to.minOs = ReadKeyword(section, "minOS", kSystems);
   to.minRam = ReadKeyword(section, "minRAM", kMemory);
 }

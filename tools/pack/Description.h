@@ -45,7 +45,8 @@ struct Description {
   bool centerMessage = false;
 
   std::string targetFolder;
-  bool applicationFolder = false, patch = false, promptToReplace = false;
+  bool applicationFolder = false, patch = false;
+  bool promptToReplace = true;  ///< what stands there is somebody's
   std::string minOs, minRam;
   Source payload;
   Split split;

@@ -56,10 +56,10 @@ const json* Section::Find(const std::string& key) {
   return found == fJson.end() ? nullptr : &*found;
 }
 
-bool Section::Flag(const std::string& key) {
+bool Section::Flag(const std::string& key, bool otherwise) {
   const json* value = Find(key);
   if (value != nullptr && !value->is_boolean()) throw Refusal(Name(key), "must be true or false");
-  return value != nullptr && value->get<bool>();
+  return value == nullptr ? otherwise : value->get<bool>();
 }
 
 std::int64_t Section::Number(const std::string& key, std::int64_t smallest, std::int64_t largest) {

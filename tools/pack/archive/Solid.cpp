@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <string>
 
+#include "pack/Progress.h"
 #include "pack/archive/Frames.h"
 #include "pack/archive/InputFile.h"
 #include "pack/archive/Order.h"
@@ -79,6 +80,7 @@ class InnerZip {
       if (Read(file, entry.size, true) != entry.crc) file.RefuseChange();
     }
     file.Finish();
+    Progress::Current().FileDone();
   }
 
   // The checksum of the whole file.
@@ -88,7 +90,10 @@ class InnerZip {
       const std::size_t part = std::min<std::uint64_t>(size, fBuffer.size());
       file.Read(fBuffer.data(), part);
       crc = libdeflate_crc32(crc, fBuffer.data(), part);
-      if (append) fOut.Append({fBuffer.data(), part});
+      if (append) {
+        fOut.Append({fBuffer.data(), part});
+        Progress::Current().Packed(part);
+      }
       size -= part;
     }
     return crc;

@@ -6,6 +6,11 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <string>
 #include <system_error>
 #include <utility>
 
@@ -24,6 +29,19 @@ struct stat FactsOf(const fs::path& path) {
   if (::lstat(path.c_str(), &facts) != 0)
     throw fs::filesystem_error("lstat", path, std::error_code(errno, std::generic_category()));
   return facts;
+}
+
+/// Nothing is said to be newer than $SOURCE_DATE_EPOCH, in seconds since 1970, where that is set: then the
+/// same content makes the same bytes wherever and whenever it was copied.
+std::time_t LatestTime() {
+  const char* variable = std::getenv("SOURCE_DATE_EPOCH");
+  if (variable == nullptr || *variable == '\0') return std::numeric_limits<std::time_t>::max();
+  std::time_t latest = 0;
+  const char* end = variable + std::strlen(variable);
+  const auto [stopped, error] = std::from_chars(variable, end, latest);
+  if (error != std::errc() || stopped != end)
+    throw Refusal("SOURCE_DATE_EPOCH", "is no number of seconds: " + std::string(variable));
+  return latest;
 }
 
 TreeItem MakeItem(const std::string& field, std::string name, const fs::path& path) {
@@ -47,6 +65,7 @@ TreeItem MakeItem(const std::string& field, std::string name, const fs::path& pa
   if (!DecodeUtf8(item.name)) throw Refusal(field, "holds a name that is no UTF-8 text: " + path.string());
   item.mode = facts.st_mode & (S_IFMT | 0777);
   item.modified = facts.st_mtim;
+  item.stated = std::min<std::time_t>(facts.st_mtim.tv_sec, LatestTime());
   return item;
 }
 
