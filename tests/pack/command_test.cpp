@@ -48,11 +48,11 @@ TEST_F(Command, ASignalLeavesNothingAndAKilledRunsRestGoes) {
   const std::string pack = program + "--runtime runtime good.json out/Setup.app";
   for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGKILL}) {
     // Once it has begun. The shell has what it starts beside itself ignore SIGINT.
-    const std::string line =
-        "env --default-signal " + pack +
-        " & for i in $(seq 500); do [ -e out/.Setup.app-*/bundle ] && break; sleep 0.01; done; kill -" +
-        std::to_string(signal) + " $!; wait $!";
-    EXPECT_EQ(128 + signal, Run(line));
+    Write("stop.sh",
+          "env --default-signal " + pack +
+              " & for i in $(seq 500); do [ -e out/.Setup.app-*/bundle ] && break; sleep 0.01; done\n" +
+              "kill -" + std::to_string(signal) + " $!; wait $!\n");
+    EXPECT_EQ(128 + signal, Run("sh stop.sh")) << Read("said");
     EXPECT_EQ(signal == SIGKILL ? 1U : 0U, Names("out").size()) << signal;
     EXPECT_EQ(signal != SIGKILL, Read("said").find("nothing was made") != std::string::npos) << Read("said");
   }
