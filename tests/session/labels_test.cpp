@@ -64,14 +64,13 @@ TEST_F(Labels, AllAreSeenWhereTheyBelong) {
     Pack(given, all);
     fTree.Write("chosen/Demo/old", "old");
     labels.clear();
-    Expect27(
-        kMain,
-        {{"InfoBtn", "Text 6"}, {"InstallBtn", "Text 2"}, {"MessageLabel", "Hello"}, {"QuitBtn", "Text 1"}},
-        "InfoBtn");
+    Texts texts{
+        {"InfoBtn", "Text 6"}, {"InstallBtn", "Text 2"}, {"MessageLabel", "Hello"}, {"QuitBtn", "Text 1"}};
+    Expect27(kMain, texts, "InfoBtn");
     Expect27("Text 8", {{"AgreementEdit", ""}, {"OKBtn", "Text 4"}}, "OKBtn");
     ExpectInstallPressed();
-    Expect27("Text 25", {{"AgreementEdit", ""}, {"OKBtn", "Text 4"}, {"QuitBtn", "Text 1"}}, "OKBtn");
-    Expect27("Text 7", {{"AgreementEdit", ""}, {"OKBtn", "Text 5"}, {"QuitBtn", "Text 1"}}, "OKBtn");
+    for (const auto& [title, goOn] : {std::pair("Text 25", "Text 4"), {"Text 7", "Text 5"}})
+      Expect27(title, {{"AgreementEdit", ""}, {"OKBtn", goOn}, {"QuitBtn", "Text 1"}}, "OKBtn");
     Expect({.window = "Text 23", .press = "ContinueBtn"});
     Expect({.window = "Text 24", .press = "ContinueBtn", .look = [](QWidget& dialog) {
               Find<QCheckBox>(dialog, "OptionCheckBox0").click();
@@ -82,15 +81,14 @@ TEST_F(Labels, AllAreSeenWhereTheyBelong) {
                             files.labelText(QFileDialog::Reject),
                         "Text 14Text 15Text 3");
             }});
-    Expect27("Text 10",
-             {{"CancelBtn", "Text 3"},
-              {"ConfirmLabel1", "Text 11"},
-              {"ConfirmLabel2", "Text 12"},
-              {"ConfirmLabel3", fTree.Path("chosen/Demo")},
-              {"OKBtn", "Text 4"}},
-             "OKBtn");
-    fScript.ExpectMessage("Setup file download failed.");
-    fScript.ExpectMessage("Install failed for option Web");
+    texts = {{"CancelBtn", "Text 3"},
+             {"ConfirmLabel1", "Text 11"},
+             {"ConfirmLabel2", "Text 12"},
+             {"OKBtn", "Text 4"}};
+    texts["ConfirmLabel3"] = fTree.Path("chosen/Demo");
+    Expect27("Text 10", texts, "OKBtn");
+    for (const char* told : {"Setup file download failed.", "Install failed for option Web"})
+      fScript.ExpectMessage(told);
     Expect27("Text 26", {{"AgreementEdit", ""}, {"OKBtn", "Text 4"}}, "OKBtn");
     RunFromDisk(given.dump());
     EXPECT_EQ(labels, (std::vector<std::string>{"Hello", "Text 19", "Text 21", "Text 22 Web", "Text 21"}));
@@ -98,10 +96,8 @@ TEST_F(Labels, AllAreSeenWhereTheyBelong) {
 
     Pack(given, {{"preInstallNotes", {{"html", "<html>n"}}}, {"agreement", {{"html", "<html>a"}}}});
     ExpectInstallPressed();
-    Expect27("Text 25", {{"ContinueBtn", "Text 4"}, {"MyHTMLViewer", ""}, {"QuitBtn", "Text 1"}},
-             "ContinueBtn");
-    Expect27("Text 7", {{"ContinueBtn", "Text 5"}, {"MyHTMLViewer", ""}, {"QuitBtn", "Text 1"}},
-             "ContinueBtn");
+    for (const auto& [title, goOn] : {std::pair("Text 25", "Text 4"), {"Text 7", "Text 5"}})
+      Expect27(title, {{"ContinueBtn", goOn}, {"MyHTMLViewer", ""}, {"QuitBtn", "Text 1"}}, "ContinueBtn");
     fs::permissions(fTree.Folder("locked"), fs::perms(0555));
     fs::permissions(fTree.Path(), fs::perms(0755));
     Expect({.window = "SelectFolderDialog", .choose = fTree.Path("locked")});

@@ -60,7 +60,6 @@ TEST_F(Order, EverythingHappensInItsTurn) {
   fPackage.data[7] = "1";
   fPackage.data[8] = "SetupFolder/Before";
   fPackage.textData = {{1, "a"},
-                       {2, "Hi"},
                        {7, "Demo"},
                        {9, "Main"},
                        {22, "1,one.zip,Sub"},
