@@ -9,9 +9,10 @@ using ziptest::Folder;
 using ziptest::Link;
 using ziptest::ZipOf;
 
-class Choices : public SessionTest {
+class Choices : public SessionTest, public QObject {
  protected:
   Choices() {
+    qApp->installEventFilter(this);
     fPackage.data[2] = "1";
     fTree.Link("media/Setup.app/Contents/MacOS/ditto", DITTO_PROGRAM);
     ::setenv("ASAN_OPTIONS", "detect_leaks=0", 1);  // can't be looked for behind the helper's wall
@@ -20,17 +21,20 @@ class Choices : public SessionTest {
     fTree.Write("media/Setup.app/Contents/Resources/" + name, ZipOf(items));
   }
 
-  /// Arrow keys go from the control that has the focus of the program.
-  static void AwaitFocus(QWidget& dialog) {
-    dialog.activateWindow();
-    EXPECT_TRUE(QTest::qWaitFor([&dialog] { return QApplication::activeWindow() == &dialog; }));
-  }
   /// Goes down that many choices from the first one, and on.
   void ExpectChoice(int down) {
     Expect({.window = "Pick One Choice", .key = Qt::Key_Return, .look = [down](QWidget& dialog) {
-              AwaitFocus(dialog);
+              dialog.activateWindow();  // arrow keys go from the control that has the program's focus
+              EXPECT_TRUE(QTest::qWaitFor([&dialog] { return QApplication::activeWindow() == &dialog; }));
               for (int i = 0; i < down; ++i) QTest::keyClick(dialog.focusWidget(), Qt::Key_Down);
             }});
+  }
+  /// Counts what a request's timer does, once a second.
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const auto* timer = qobject_cast<const QTimer*>(watched);
+    if (event->type() == QEvent::Timer && timer != nullptr && timer->interval() == fMachine.TimerPeriod(1000))
+      ++fBeats;
+    return false;
   }
   void ExpectAllOptions() {
     Expect({.window = "Select Options", .key = Qt::Key_Return, .look = [](QWidget& dialog) {
@@ -38,6 +42,7 @@ class Choices : public SessionTest {
                 if (box->isVisible()) QTest::keyClick(box, Qt::Key_Space);
             }});
   }
+  int fBeats = 0;
 };
 
 TEST_F(Choices, TheDialogsFitTheirLists) {
@@ -64,28 +69,24 @@ TEST_F(Choices, TheDialogsFitTheirLists) {
   }
 }
 
-TEST_F(Choices, CaptionsAndTipsAreShownAsTheyStand) {
-  fPackage.textData[6] = "|||||||||||||||||||||||One of & these|Any of these";
+TEST_F(Choices, CaptionsAndTipsAreShownAsTheyStandAndClosingDeclines) {
   fPackage.textData[22] = std::string(200, 'W') + ",,,a <b>tip</b>| & %s \"x\",,,|,,,t";
   fPackage.textData[23] = "x";
   ExpectInstallPressed();
-  Expect({.window = "One of & these", .look = [](QWidget& dialog) {
+  Expect({.window = "Pick One Choice", .look = [](QWidget& dialog) {
             QList<QRadioButton*> items = dialog.findChildren<QRadioButton*>();
             for (QRadioButton* item : items) item->grab();
             EXPECT_TRUE(items[0]->toolTip().contains(QString(200, 'W') + "<br>a &lt;b&gt;tip&lt;/b&gt;"));
             EXPECT_EQ(items[1]->toolTip() + items[2]->toolTip(), "<qt>t</qt>");
             EXPECT_EQ(items[1]->accessibleName(), " & %s \"x\"");
-            AwaitFocus(dialog);
-            QTest::keyClick(items[0], Qt::Key_Down);
-            EXPECT_TRUE(items[1]->isChecked() && !items[0]->isChecked());
             QTest::keyClick(items[1], Qt::Key_Escape);
             EXPECT_TRUE(dialog.isVisible()) << "no button answers to Escape";
             QTest::keyClick(items[1], Qt::Key_Return);
           }});
-  Expect({.window = "Any of these", .close = true});
+  Expect({.window = "Select Options", .close = true});
   RunInVain();
   ExpectInstallPressed();
-  Expect({.window = "One of & these", .press = "QuitBtn"});
+  Expect({.window = "Pick One Choice", .press = "QuitBtn"});
   RunInVain("no second one behind a first one that was declined");
 }
 
@@ -178,17 +179,6 @@ TEST_F(Choices, WhatCannotBeMovedInIsToldAndDisksAreCrossed) {
             Items("a/|a/x: new|a/l: link to x|f: new|l: link to f|fine: content\n|mounted/kept: kept"));
 }
 
-/// Counts what the timers of one period do.
-struct Beats : QObject {
-  Beats() { qApp->installEventFilter(this); }
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    const auto* timer = qobject_cast<const QTimer*>(watched);
-    if (event->type() == QEvent::Timer && timer != nullptr && timer->interval() == fPeriod) ++fCount;
-    return false;
-  }
-  int fPeriod = 0, fCount = 0;
-};
-
 TEST_F(Choices, WebOptionsComeWholeOrNotAtAll) {
   const std::string kFetch = "Setup file download failed.";
   const std::string kPut = "Install of download failed.  Check account permissions.";
@@ -225,11 +215,9 @@ TEST_F(Choices, WebOptionsComeWholeOrNotAtAll) {
       fTree.Write(In(folder, std::string("Demo/") + file), "kept");
     fTree.Link(In(folder, "Demo/link"), "content");
   };
-  Beats beats;
   for (const auto& row : rows) {
     fMachine.fTimerSpeed = row.target == "/hang" ? 250 : 50;
-    beats.fPeriod = fMachine.TimerPeriod(1000);
-    beats.fCount = 0;
+    fBeats = 0;
     server.Answer(row.target, row.reply);
     fPackage.textData[23] = "Web & co," + server.Address(row.target) + "," + row.folder;
     ExpectInstallPressed();
@@ -241,7 +229,7 @@ TEST_F(Choices, WebOptionsComeWholeOrNotAtAll) {
         "Demo/|Demo/content: archive|Demo/Tools/|Demo/Tools/kept: kept|Demo/link: link to content|Demo/old: "
         "kept");
     for (const std::string& folder : row.made) expected["Demo/" + folder] = "folder 755";
-    EXPECT_TRUE(row.target != "/hang" || beats.fCount == 60) << beats.fCount << " seconds";
+    EXPECT_TRUE(row.target != "/hang" || fBeats == 60) << fBeats << " seconds";
     Contents found = fTree.Look("Applications");
     EXPECT_EQ(found.erase("Demo/" + row.folder + "/f"), row.made.empty() ? 0U : 1U) << row.target;
     EXPECT_EQ(found, expected) << row.target;
