@@ -104,10 +104,10 @@ TEST_F(Cleanup, NoHalfOrderIsGivenAndWhatCannotGoIsTold) {
 
   LayOut();
   fTree.Write(fOrder, "DeleteFile=/of another run");
-  const std::int64_t start = fMachine.Ticks();
+  fMachine.fMilliseconds = 0;
   ExpectInstallPressed();
   Run();
-  EXPECT_GE(fMachine.Ticks() - start, 5 * 60) << "the other one has its time";
+  EXPECT_GE(fMachine.Ticks(), 5 * 60) << "the other one has its time";
   EXPECT_EQ(fTree.Read(fOrder), "DeleteFile=" + fTree.Path("media/Setup.app"));
 
   LayOut();

@@ -66,25 +66,6 @@ TEST_F(Notes, ADeclinedTextEndsTheRunWithNothingWritten) {
   }
 }
 
-TEST_F(Notes, KeysPressTheButtonsTheyBelongToUnlessTheyAreHeld) {
-  fPackage.textData[27] = "<html>page</html>";
-  fPackage.textData[1] = "plain";
-  const auto hold = [](QWidget& window) {
-    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
-    QApplication::sendEvent(&window, &held);
-    EXPECT_TRUE(window.isVisible());
-  };
-  Expect({.window = kMain, .key = Qt::Key_Return});
-  Expect({.window = kPage, .key = Qt::Key_Return, .look = hold});
-  Expect({.window = kPlain, .key = Qt::Key_Enter, .look = [&](QWidget& window) {
-            hold(window);
-            QTest::keyClick(&window, Qt::Key_Escape);
-            EXPECT_TRUE(window.isVisible()) << "no button of this window answers to Escape";
-          }});
-  Expect({.window = kTree, .key = Qt::Key_Escape});
-  RunInVain();
-}
-
 TEST_F(Notes, APageReachesNothingButTheBrowser) {
   const std::string secret = fTree.Write("secret.html", "secret");
   // To open this picture would be to wait for ever.
