@@ -6,8 +6,6 @@
 
 #include "choices/ItemList.h"
 #include "choices/ItemPlace.h"
-#include "choices/MergeStaging.h"
-#include "support/TestMachine.h"
 
 using Rows = std::vector<ListItem>;
 
@@ -40,9 +38,6 @@ TEST(ItemPlace, StandsBesideWhatExistsAndNowhereElse) {
       {"in any case", "tOOLS", "/a/Tools_X", "/a/Tools"},
       {"a folder that is there", "Sub", "/a/Tools/Sub_X", "/a/Tools/Sub"},
       {"a new folder", "New", "/a/Tools/New", ""},
-      {"case tells folders apart", "sub", "/a/Tools/sub", ""},
-      {"a folder in a folder", "Sub/New", "/a/Tools/Sub/New", ""},
-      {"nothing said", "", "/a/Tools/_X", "/a/Tools/"},
       {"a closing separator", "Sub/", "/a/Tools/Sub/_X", "/a/Tools/Sub/"},
   };
   const auto isFolder = [&folders](const std::string& path) { return folders.contains(path); };
@@ -54,30 +49,4 @@ TEST(ItemPlace, StandsBesideWhatExistsAndNowhereElse) {
   }
   for (const char* target : {"..", ".", "../Tools", "Sub/../..", "/a", "/", "Sub//New", "a\nb"})
     EXPECT_FALSE(PlanItem("/a/Tools", target, "_X", [](const auto&) { return true; })) << target;
-}
-
-TEST(MergeStaging, GoesFromTheLastItemToTheFirstAndIntoLockedFolders) {
-  const TemporaryTree tree;
-  const OrdinaryUser user(tree.Path());
-  TestMachine machine(tree);
-  std::string told, expected;
-  const auto merge = [&](const std::string& folder) {
-    for (const char* name : {"staging/a", "staging/b", "staging/c"}) tree.Write(name, "new");
-    for (const FolderItem& item : FolderItem(tree.Path("staging")).Children())
-      expected = "/" + folder + "/" + item.Name() + expected;
-    MergeStaging({tree.Path("staging"), tree.Path(folder)},
-                 [&](const std::string& path) { told += path.substr(tree.Path().size()); });
-    EXPECT_FALSE(tree.Has("staging"));
-  };
-  merge("none");
-  EXPECT_EQ(told, expected) << "as the folder lists them, backwards";
-  tree.Write("locked/b", "old");
-  fs::permissions(tree.Path("locked"), fs::perms(0400));
-  told.clear();
-  merge("locked");
-  EXPECT_EQ(told, "");
-  EXPECT_EQ(FolderItem(tree.Path("locked")).Permissions(), 0400U);
-  fs::permissions(tree.Path("locked"), fs::perms(0700));
-  EXPECT_EQ(tree.Look("locked").size(), 3U);
-  EXPECT_EQ(tree.Read("locked/b"), "new");
 }

@@ -8,7 +8,6 @@
 #include "dialogs/THtmlNoteDlg.h"
 #include "dialogs/TOptionsDlg.h"
 #include "dialogs/YesNoDialog.h"
-#include "platform/qt/FittedText.h"
 #include "platform/qt/NativeWindow.h"
 #include "session/TessarineStubWindow.h"
 #include "support/ModalScript.h"
@@ -186,18 +185,4 @@ TEST_F(Designs, AMessageIsSizedByItsLengthAndItsQuestionAnsweredByKeys) {
   GlobalsKv::KvPoseInfoDialog("<b>read</b>");
   GlobalsKv::DropSharedMessage();
   EXPECT_EQ(script.TakeProblems(), "");
-}
-
-TEST(FittedTexts, ShrinkBeforeTheyAreCut) {
-  const QFont font = QApplication::font();
-  const auto fit = [&font](const QString& text) {
-    return FitText(text, font, {QFontMetricsF(font).horizontalAdvance("abcdefghij"), 30}, Wrap::OneLine);
-  };
-  EXPECT_EQ(fit("abcdefghi").font, font);
-  const FittedText smaller = fit("abcdefghijk");
-  EXPECT_TRUE(smaller.shown == "abcdefghijk" && !smaller.cut);
-  EXPECT_LT(QFontInfo(smaller.font).pixelSize(), QFontInfo(font).pixelSize());
-  const QString cut = fit(QString(100, 'm')).shown, path = fit("/" + QString(100, 'm') + "z").shown;
-  EXPECT_TRUE(cut.startsWith("m") && cut.endsWith("…"));
-  EXPECT_TRUE(path.startsWith("/m") && path.endsWith("mz") && path.contains("…"));
 }

@@ -38,7 +38,6 @@ TEST_F(Help, PathsAreCompleted) {
 TEST_F(Help, WhatIsMissingIsToldAndNothingStarts) {
   const char* const rows[][3] = {
       {"Ombrel", "Guide", "Ombrel was not found in the folder containing this application."},
-      {"/no/Ombrel", "Guide", "Ombrel was not found at: /no/Ombrel.app"},
       {"Viewer", "Guide", "Help file was not found in the folder containing this application."},
       {"Viewer", "sub/Guide", "Help file not found at: sub/Guide"},
   };
@@ -58,15 +57,13 @@ TEST_F(Help, WhatIsMissingIsToldAndNothingStarts) {
 
 TEST_F(Help, TheHelpKeyIsFollowedAndShowsTheTopicOnce) {
   QWidget window;
-  const auto send = [&window](QEvent::Type type, bool repeated = false, int key = Qt::Key_F1) {
-    QKeyEvent event(type, key, Qt::NoModifier, "", repeated);
+  const auto send = [&window](QEvent::Type type, bool repeated = false) {
+    QKeyEvent event(type, Qt::Key_F1, Qt::NoModifier, "", repeated);
     QApplication::sendEvent(&window, &event);
     return AsyncKeyDown(kF1);
   };
-  EXPECT_FALSE(send(QEvent::KeyPress, false, Qt::Key_F2));
   EXPECT_TRUE(send(QEvent::KeyPress));
-  EXPECT_TRUE(send(QEvent::KeyRelease, false, Qt::Key_F2));
-  EXPECT_TRUE(send(QEvent::KeyRelease, true));
+  EXPECT_TRUE(send(QEvent::KeyRelease, true)) << "a repeat lets go, too";
   QTimer::singleShot(0, &window, [&] { send(QEvent::KeyRelease); });
   fToolkit.DoEvents(1);
   EXPECT_FALSE(AsyncKeyDown(kF1)) << "let go while input was dropped";
