@@ -53,7 +53,7 @@ TEST_F(Patches, NeedTheirInstallationAndTheirFolder) {
   ExpectInstallPressed();
   fScript.ExpectMessage("Patch Not Found\n\nPatch folder not created at specified location.");
   Run();
-  EXPECT_EQ(fTree.Look("Applications"), (Contents{{"Demo", "folder 755"}, {"Demo/kept", "file 644 old"}}));
+  EXPECT_EQ(fTree.Look("Applications"), Items("Demo/|Demo/kept: old"));
 }
 
 TEST_F(Patches, MergeFileByFile) {

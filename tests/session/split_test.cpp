@@ -135,21 +135,18 @@ TEST_F(Split, TheCopyJoinsThePiecesWhereverItWasToldOfThem) {
   const Contents media = fTree.Look("media");
   int seen = 0;
   fMachine.fPump = [&] {
-    for (QWidget* window : QApplication::topLevelWidgets())
-      if (window->isVisible() && window->findChild<QWidget*>(kMain) != nullptr) {
-        EXPECT_EQ(Shown(*window)["MessageLabel"], "At work");
-        EXPECT_FALSE(Find<QPushButton>(*window, kMain).isEnabled());
-        ++seen;
-      }
     fToolkit.DoEvents(0);
+    if (!MainWindow()->isVisible()) return;
+    EXPECT_EQ(Shown(*MainWindow())["MessageLabel"], "At work");
+    EXPECT_FALSE(Find<QPushButton>(*MainWindow(), kMain).isEnabled());
+    ++seen;
   };
   for (const auto& [clipboard, note] : rows) {
     fMachine.SetClipboardText(clipboard);
     if (!note.empty()) fTree.Write("temporary/1234/SourceFolder", note, 0600);
     fTree.Write("Applications/Demo.zip", "stale");
     RunFromDisk(clipboard);
-    EXPECT_EQ(fTree.Look("Applications"),
-              (Contents{{"Demo", "folder 755"}, {"Demo/content", "file 644 " + fWhole}}));
+    EXPECT_EQ(fTree.Look("Applications"), Items("Demo/|Demo/content: " + fWhole));
     fs::remove_all(fTree.Path("Applications/Demo"));
   }
   EXPECT_GT(seen, 0) << "the user sees it at work";
