@@ -8,10 +8,6 @@
 class Actions : public SessionTest {
  protected:
   Actions() { fPackage.data[2] = "1"; }
-  /// "@" is the case's folder.
-  void TakeScript(QString script) {
-    fPackage.textData[29] = script.replace("@", QString::fromStdString(fTree.Path())).toStdString();
-  }
 };
 
 TEST_F(Actions, TheScriptRunsEntryByEntryPastItsFailures) {
@@ -25,7 +21,7 @@ TEST_F(Actions, TheScriptRunsEntryByEntryPastItsFailures) {
     fTree.Write(In(folder, "Demo/Tool.app/Contents/MacOS/Tool"), "tool", 0755);
     fTree.Write(In(folder, "Demo/run"), "cd /\ncat Demo/none\necho $(pwd) > '" + fTree.Path("ran") + "'\n");
   };
-  TakeScript(
+  fPackage.textData[29] = Here(
       "preinstallcopy=@/saved;@/backup|preinstallcopy=@/old;@/older|preinstalldelete=@/old|missing=@/x|"
       "nonsense|delete=@/alias|delete=@/none|content=UserAccount/new/deep/c|content={@/saved}|"
       "content={@/both}|content=[@/nowhere]@/y|content=@/linked|createfolder=UserAccount/made/it|"
@@ -50,7 +46,7 @@ TEST_F(Actions, NoScriptTakesAwayWhatIsNotItsOwn) {
   for (const char* file : {"home/Documents/mine", "Applications/other", "unsaved/file"})
     fTree.Write(file, "kept");
   ASSERT_EQ(::mkfifo(fTree.Path("unsaved/pipe").c_str(), 0644), 0);  // it can't be saved as a whole
-  TakeScript(
+  fPackage.textData[29] = Here(
       "preinstallcopy=@/unsaved;@/saved|preinstalldelete=@/unsaved|preinstalldelete=@/home|"
       "delete=UserAccount/|delete=@|delete=/|delete=@/Applications|delete=@/media|delete=@/media/Setup.app|"
       "delete=@/media/Setup.app/Contents/Resources/Data2|content=@/home|"

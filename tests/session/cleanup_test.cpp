@@ -18,11 +18,7 @@ class Cleanup : public SessionTest {
   }
   /// Once in its place, the way the runtime starts it.
   std::string Line() const {
-    return "HOME='" + fTree.Path("home") + "' '" + fTree.Path("temporary/" + fProgram) + "' 2>>'" +
-           fTree.Path("temporary/said") + "'";
-  }
-  std::string Here(QString text) const {
-    return text.replace("@", QString::fromStdString(fTree.Path())).toStdString();
+    return Here("HOME='@/home' '@/temporary/") + fProgram + Here("' 2>>'@/temporary/said'");
   }
   void LayOut() {
     for (const char* gone : {"media", "Applications/Demo", "temporary"}) fs::remove_all(fTree.Path(gone));

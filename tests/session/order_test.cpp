@@ -46,7 +46,6 @@ class Order : public SessionTest {
 };
 
 TEST_F(Order, EverythingHappensInItsTurn) {
-  const std::string at = fTree.Path();
   fTree.Link("media/Setup.app/Contents/MacOS/ditto", DITTO_PROGRAM);
   for (const char* program : {"media/Before", "media/Setup.app/Contents/Resources/After"})
     fTree.Write(program, "", 0755);
@@ -67,10 +66,10 @@ TEST_F(Order, EverythingHappensInItsTurn) {
                        {26, "http://done"},
                        {27, "n"},
                        {28, "r"},
-                       {30, "3"},
-                       {29, "shell=: first|preinstalldelete=" + at + "/early|preinstallcopy=" + at +
-                                "/saved;" + at + "/copy|delete=" + at + "/late|createfolder=" + at +
-                                "/made|content=" + at + "/content|shell=: last|absent=/x"}};
+                       {30, "3"}};
+  fPackage.textData[29] = Here(
+      "shell=: first|preinstalldelete=@/early|preinstallcopy=@/saved;@/copy|delete=@/late|"
+      "createfolder=@/made|content=@/content|shell=: last|absent=/x");
   fMachine.fMemory = 1000;
   fMachine.fProgram = [](std::int64_t ticks) -> std::string {
     return ticks < 5 * 60 ? "TessarineWait" : ticks < 8 * 60 ? "TessarineDone:Ready." : "";
