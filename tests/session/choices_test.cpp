@@ -88,13 +88,14 @@ TEST_F(Choices, WhatIsPickedLandsInTheTarget) {
   fTree.Write("media/Setup.app/Contents/Resources/broken.zip", std::string(20'000, 'x'));
   fTree.Write("outside/kept", "kept");
   fTree.Write("Applications/Demo_Option/mine", "the user's, whatever its name");
-  fTree.Write("Applications/.tessarine-install-0123456789abcdef/stale", "left by a run that was cut short");
-  fs::permissions(fTree.Path("Applications/.tessarine-install-0123456789abcdef"), fs::perms(0700));
   fMachine.fArchive.work = [this](const FolderItem& folder) {
     Unpack(folder);
     for (const char* old : {"tool", "kept", "both/old", "over", "under/z", "link"})
       fTree.Write(In(folder, std::string("Demo/Tools/") + old), "old");
     fTree.Link(In(folder, "Demo/exit"), fTree.Path("outside"));
+    const std::string left = In(folder, "Demo/.tessarine-install-0123456789abcdef");
+    fTree.Write(left + "/stale", "by a run that was cut short");
+    fs::permissions(fTree.Path(left), fs::perms(0700));
     fs::permissions(fTree.Path(In(folder, "Demo/Tools")), fs::perms(0555));
   };
   ExpectInstallPressed();
