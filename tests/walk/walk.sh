@@ -75,8 +75,6 @@ choose "$work/chosen"
 press Return Escape Return # the dialog's own Return was meant once
 xdotool keydown Return     # and is held
 await_window "Confirmation"
-press Escape Return
-click 312 125
 sleep 1
 xdotool keyup Return
 is_in_front "Confirmation" "" && [ -e "$work/chosen/Lantern/mine" ] || die "a key for the window before was its answer"
