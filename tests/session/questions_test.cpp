@@ -37,7 +37,12 @@ class Questions : public SessionTest, public QObject {
     QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, place);
     QTest::keyRelease(window.windowHandle(), Qt::Key_Space);
     QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
-    QApplication::sendEvent(&window, &held);
+    QKeyEvent up(QEvent::KeyRelease, Qt::Key_Return, Qt::NoModifier);
+    QKeyEvent again(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    for (QKeyEvent* event : {&held, &up, &again}) {
+      event->setTimestamp(7);  // a release and a press of one time are a repetition, too
+      QApplication::sendEvent(&window, event);
+    }
     EXPECT_TRUE(window.isVisible());
   }
 };
