@@ -51,7 +51,10 @@ list_tree() { find . -printf '%P %y %m %l\n' | sort; find . -type f -exec sha256
 
 start_display
 
-echo "walk: declined at the agreement, with the mouse"
+echo "walk: declined, with the keyboard and the mouse"
+start_install
+press Escape
+await_end "$installer"
 start_install
 click 692 508
 await_window "License Agreement"
