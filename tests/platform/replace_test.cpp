@@ -82,4 +82,6 @@ TEST_F(Replacing, WhatCannotGoIsKnownBefore) {
   for (const char* item : {"own", "sticky/own", "empty"}) EXPECT_TRUE(looks(item)) << item;
   for (const char* item : {"sticky", "sticky/theirs", "foreign"}) EXPECT_FALSE(looks(item)) << item;
   EXPECT_EQ(Item("own").RoomTaken().items, 3U);
+  EXPECT_EQ(Item("empty").MoveFileTo(Item("foreign")), FolderItem::Moved::No);
+  EXPECT_TRUE(fTree.Has("foreign/file") && fTree.Has("empty/inner"));
 }

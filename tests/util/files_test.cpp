@@ -50,7 +50,8 @@ TEST_F(Files, AMoveReplacesWhateverStandsThere) {
     return RenameFile(fTree.Path(from), fTree.Path(to));
   };
   fTree.Write("A.txt", "A");
-  EXPECT_FALSE(move("A.txt", "a.TXT") || move("none", "A.txt") || RenameFile(fTree.Path("A.txt"), "b"));
+  EXPECT_FALSE(move("A.txt", "a.TXT") || move("none", "A.txt") || move("A.txt", "home") ||
+               RenameFile(fTree.Path("A.txt"), "b"));
   EXPECT_EQ(fTree.Read("A.txt"), "A");
   fTree.Write("old", "old");
   fTree.Link("b", fTree.Path("old"));
