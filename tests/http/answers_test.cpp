@@ -28,6 +28,7 @@ TEST_F(Answers, AnyWholeAnswerIsAPageAndNoOtherIs) {
       {"/zipped", {Page("200 OK", zipped, "Content-Encoding: gzip\r\n")}, "200 " + zipped + "\n"},
       {"/chunks", {chunked + "6\r\n world\r\n0\r\n\r\n"}, "200 hello world\n"},
       {"/cut", {"HTTP/1.1 200 OK\r\nContent-Length: 6\r\n\r\nhello"}, "error\n"},
+      {"/nonecut", {"HTTP/1.1 404 Not Found\r\nContent-Length: 6\r\n\r\nhello"}, "error\n"},
       {"/silence", {""}, "error\n"},
   };
   for (const auto& [target, reply, events] : rows) fServer.Answer(target, reply);
