@@ -72,11 +72,11 @@ class Clipboard : public ::testing::Test {
         << command;
   }
   /// By xclip, which goes on alone before the clipboard is its own.
-  void Copy(const std::string& text) const {
+  void Copy(const std::string& text, const std::string& by = "xclip -i -selection clipboard in") const {
     const X11Client watch;
     const xcb_window_t before = watch.ClipboardOwner();
     fTree.Write("in", text);
-    Run("xclip -i -selection clipboard in");
+    Run(by);
     while (watch.Connected() && watch.ClipboardOwner() == before) ::usleep(1000);
   }
 
@@ -102,6 +102,8 @@ TEST_F(Clipboard, TextsOfAnyLengthGoFromHandToHand) {
     Copy(copied);
     ExpectSame(Read(), copied);
   }
+  Copy(story, "(" + Keeper() + " <in | true) &");
+  EXPECT_EQ(Read(), story) << "who started it has gone before the answer";
 
   for (const std::string& kept : {story, LongText(5'000'000)}) {
     StartWithText(Keeper(), kept);
