@@ -16,6 +16,7 @@ constexpr Keyword kKeywords[] = {{"delete", Action::Kind::Delete},
                                  {"shellfile", Action::Kind::ShellFile},
                                  {"createfolder", Action::Kind::CreateFolder},
                                  {"allusersfullaccess", Action::Kind::AllUsersFullAccess}};
+constexpr std::string_view kPreInstallDelete = "preinstalldelete", kPreInstallCopy = "preinstallcopy";
 
 /// dest, "[" test "]" dest, "{" dest "}", or both forms in a row, of which the second then decides.
 Action ParseCopy(const std::string& source, std::string value) {
@@ -38,8 +39,8 @@ Action ParseCopy(const std::string& source, std::string value) {
 Action ParseAction(std::string_view entry) {
   const std::string key = NthField(entry, "=", 1);
   const std::string value = NthField(entry, "=", 2);
-  if (NonCaseMatch(key, "preinstalldelete")) return {.kind = Action::Kind::PreInstallDelete, .value = value};
-  if (NonCaseMatch(key, "preinstallcopy")) {
+  if (NonCaseMatch(key, kPreInstallDelete)) return {.kind = Action::Kind::PreInstallDelete, .value = value};
+  if (NonCaseMatch(key, kPreInstallCopy)) {
     return {.kind = Action::Kind::PreInstallCopy,
             .source = NthField(value, ";", 1),
             .destination = NthField(value, ";", 2)};
@@ -55,6 +56,21 @@ Action ParseAction(std::string_view entry) {
 std::optional<Action> ActionScript::Next() {
   const std::optional<std::string_view> entry = fEmpty ? std::nullopt : fEntries.Next();
   return entry ? std::optional(ParseAction(*entry)) : std::nullopt;
+}
+
+std::vector<std::string> ActionVerbs() {
+  std::vector<std::string> verbs{std::string(kPreInstallDelete), std::string(kPreInstallCopy)};
+  for (const Keyword& keyword : kKeywords) verbs.emplace_back(keyword.key);
+  return verbs;
+}
+
+std::string JoinActions(const std::vector<std::string>& entries) {
+  std::string script;
+  for (const std::string& entry : entries) {
+    if (&entry != &entries.front()) script += ActionScript::kSeparator;
+    script += entry;
+  }
+  return script;
 }
 
 std::string ExpandUserAccount(const std::string& path, const std::string& home) {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "util/Strings.h"
 
@@ -33,13 +34,21 @@ struct Action {
 /// behind a second "=" is dropped.
 class ActionScript {
  public:
-  explicit ActionScript(std::string_view text) : fEntries(text, "|"), fEmpty(text.empty()) {}
+  explicit ActionScript(std::string_view text) : fEntries(text, kSeparator), fEmpty(text.empty()) {}
   std::optional<Action> Next();
+
+  static constexpr std::string_view kSeparator = "|";
 
  private:
   ViewConst::FieldReader fEntries;
   bool fEmpty;
 };
+
+/// The keys that are no source of a copy.
+std::vector<std::string> ActionVerbs();
+
+/// The script of these entries, none of which may hold "|".
+std::string JoinActions(const std::vector<std::string>& entries);
 
 /// "UserAccount/x" counted from the home folder; any other path as it is.
 std::string ExpandUserAccount(const std::string& path, const std::string& home);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "dialogs/Posing.h"
+#include "package/CleanupMode.h"
 #include "package/Scrambling.h"
 #include "platform/Dialogs.h"
 #include "platform/FolderLock.h"
@@ -17,12 +18,11 @@
 
 namespace {
 
-enum Mode { kNothing = 0, kBundle = 1, kFolder = 2, kAskBundle = 3, kAskFolder = 4 };
-
 bool UserAgrees(std::int64_t mode) {
   constexpr auto kDeletes = GlobalsKv::Question::Deletes;
-  if (mode == kAskBundle) return GlobalsKv::YesNoDlg("Delete this Setup file when finished?", kDeletes);
-  if (mode == kAskFolder)
+  if (mode == kCleanAskingBundle)
+    return GlobalsKv::YesNoDlg("Delete this Setup file when finished?", kDeletes);
+  if (mode == kCleanAskingFolder)
     return GlobalsKv::YesNoDlg("Delete folder containing Setup file when finished?", kDeletes);
   return true;
 }
@@ -30,7 +30,7 @@ bool UserAgrees(std::int64_t mode) {
 /// The folder that holds the bundle, or the bundle alone where that folder must stay: it holds what this run
 /// has installed, or the bundle is a part of another one.
 std::string Order(std::int64_t mode, const std::string& bundle, const std::vector<std::string>& installed) {
-  if (mode == kBundle || mode == kAskBundle) return "DeleteFile=" + bundle;
+  if (mode == kCleanBundle || mode == kCleanAskingBundle) return "DeleteFile=" + bundle;
   const std::string running = ViewConst::RunningBundle();
   const FolderItem folder(ViewConst::MyExtractFilePath(bundle));
   const bool holdsInstalled = std::any_of(installed.begin(), installed.end(), [&](const std::string& path) {
@@ -94,7 +94,7 @@ bool UnpackProgram(const std::string& data3, const std::string& temporary, const
 }  // namespace
 
 void TessarineStubWindow::Cleanup() {
-  if (fCleanup < kBundle || fCleanup > kAskFolder || !UserAgrees(fCleanup)) return;
+  if (fCleanup < kCleanBundle || fCleanup > kCleanAskingFolder || !UserAgrees(fCleanup)) return;
   const std::string bundle = ViewConst::BundleOf(Machine::Current().ExecutableFile());
   const std::string data3 = bundle + "/Contents/Resources/Data3";
   if (!ViewConst::FileExists(data3)) return;

@@ -7,6 +7,8 @@
 #include <cerrno>
 #include <cstring>
 
+#include "base/Scramble.h"
+
 namespace archive {
 
 bool FileSource::ReadAt(std::uint64_t offset, void* to, std::size_t length) const {
@@ -25,8 +27,7 @@ bool FileSource::ReadAt(std::uint64_t offset, void* to, std::size_t length) cons
 
 bool ScrambledSource::ReadAt(std::uint64_t offset, void* to, std::size_t length) const {
   if (!FileSource::ReadAt(offset, to, length)) return false;
-  auto* bytes = static_cast<unsigned char*>(to);
-  for (std::size_t i = offset % 2 == 0 ? 1 : 0; i < length; i += 2) --bytes[i];
+  UnscrambleBytes(static_cast<char*>(to), length, offset);
   return true;
 }
 

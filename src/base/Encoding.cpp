@@ -155,6 +155,32 @@ std::string Utf16LittleEndianToUtf8(std::string_view bytes) {
   return text;
 }
 
+std::string Utf8ToUtf16LittleEndian(std::string_view text) {
+  std::string bytes;
+  bytes.reserve(2 * text.size());
+  const auto put = [&bytes](char32_t unit) {
+    bytes += {static_cast<char>(unit & 0xFFU), static_cast<char>(unit >> 8U)};
+  };
+  for (std::size_t at = 0; at < text.size();) {
+    const char32_t character = NextCharacter(text, at);
+    if (character >= kMalformed) {
+      put(0xFFFD);
+    } else if (character < 0x10000) {
+      put(character);
+    } else {
+      put(0xD800 + ((character - 0x10000) >> 10U));
+      put(0xDC00 + ((character - 0x10000) & 0x3FFU));
+    }
+  }
+  return bytes;
+}
+
+bool IsUtf8(std::string_view bytes) {
+  for (std::size_t at = 0; at < bytes.size();)
+    if (NextCharacter(bytes, at) >= kMalformed) return false;
+  return true;
+}
+
 std::size_t CharacterCount(std::string_view text) {
   std::size_t count = 0;
   for (std::size_t at = 0; at < text.size(); ++count) NextCharacter(text, at);

@@ -26,6 +26,11 @@ std::string RepairUtf8(std::string_view bytes);
 /// Little-endian UTF-16. An unpaired surrogate becomes U+FFFD; a single byte at the end is dropped.
 std::string Utf16LittleEndianToUtf8(std::string_view bytes);
 
+/// A malformed byte becomes U+FFFD.
+std::string Utf8ToUtf16LittleEndian(std::string_view text);
+
+bool IsUtf8(std::string_view bytes);
+
 /// Decodes the character at `at` and moves `at` behind it. A malformed byte counts as one character
 /// of its own, above U+10FFFF, so that it equals only itself.
 char32_t NextCharacter(std::string_view text, std::size_t& at);

@@ -64,7 +64,7 @@ void TessarineStubWindow::ExpandChoiceAndOptions(const std::string& choice, cons
   if (fTargetFolder.empty()) return;
   if (!choice.empty() || !options.empty()) {
     MyProcessToTop();
-    ShowMessage(CustomLabel("Please Wait", LabelText(21)));
+    ShowMessage(CustomLabel("Please Wait", LabelText(LabelId::PleaseWait)));
   }
   if (!choice.empty() && !InstallChoice(choice)) MessageBox("Install failed for selected choice");
   if (!options.empty()) {
@@ -110,22 +110,23 @@ bool TessarineStubWindow::InstallItem(const ItemPlace& place,
 }
 
 bool TessarineStubWindow::DownloadOption(const ListItem& item, const std::string& folder, bool staged) {
-  ShowMessage(CustomLabel("Installing Options", LabelText(22)) + " " + item.name);
+  ShowMessage(CustomLabel("Installing Options", LabelText(LabelId::InstallingOptions)) + " " + item.name);
   const bool expanded = DownloadURL(item.source, ViewConst::ExtractFileName(item.source), folder, staged);
-  ShowMessage(CustomLabel("Please Wait", LabelText(21)));
+  ShowMessage(CustomLabel("Please Wait", LabelText(LabelId::PleaseWait)));
   return expanded;
 }
 
 void TessarineStubWindow::ShowReleaseNotes() {
   if (fPostInstallNotes.empty()) return;
   MyProcessToTop();
-  const std::string ok = CustomLabel("OK", LabelText(4));
+  const std::string ok = CustomLabel("OK", LabelText(LabelId::Ok));
   // Nothing is asked: the answer is of no interest.
-  static_cast<void>(AskByNote({.text = fPostInstallNotes,
-                               .title = CustomLabel("Release Notes", LabelText(26)),
-                               .htmlCaption = ok,
-                               .plainCaption = ok,
-                               .canDecline = false}));
+  static_cast<void>(
+      AskByNote({.text = fPostInstallNotes,
+                 .title = CustomLabel("Release Notes", LabelText(LabelId::PostInstallNotesTitle)),
+                 .htmlCaption = ok,
+                 .plainCaption = ok,
+                 .canDecline = false}));
 }
 
 void TessarineStubWindow::ShowMessage(const std::string& text) {

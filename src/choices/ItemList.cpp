@@ -19,6 +19,17 @@ std::vector<ListItem> ParseItems(std::string_view list) {
   return items;
 }
 
+bool FitsItem(std::string_view field) {
+  return field.find_first_of("|,") == std::string_view::npos;
+}
+
+std::string JoinItems(const std::vector<ListItem>& items) {
+  std::string list;
+  for (const ListItem& item : items)
+    list += (list.empty() ? "" : "|") + item.name + "," + item.source + "," + item.target + "," + item.tip;
+  return list;
+}
+
 std::optional<ListItem> ChosenItem(const std::vector<ListItem>& items, const std::string& name) {
   const auto found = std::find_if(items.rbegin(), items.rend(), [&name](const ListItem& item) {
     return ViewConst::NonCaseMatch(item.name, name);

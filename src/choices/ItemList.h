@@ -23,6 +23,12 @@ struct ListItem {
 /// The first kMostItems items; none for an empty list.
 std::vector<ListItem> ParseItems(std::string_view list);
 
+/// Can it be a field? It holds neither separator.
+bool FitsItem(std::string_view field);
+
+/// The list that ParseItems reads `items` from; all of their fields fit.
+std::string JoinItems(const std::vector<ListItem>& items);
+
 /// The item of that name, ignoring case: the last one, if several bear it.
 std::optional<ListItem> ChosenItem(const std::vector<ListItem>& items, const std::string& name);
 

@@ -22,7 +22,7 @@ bool TessarineStubWindow::SelectChoiceAndOptions(std::string& choice, std::strin
 bool TessarineStubWindow::PickChoice(std::string& choice) {
   if (fInstallChoices.empty()) return true;
   TChoiceDlg dialog;
-  dialog.SetTitle(CustomLabel(dialog.Title(), LabelText(23)));
+  dialog.SetTitle(CustomLabel(dialog.Title(), LabelText(LabelId::ChoiceTitle)));
   const std::vector<ListItem> items = ParseItems(fInstallChoices);
   dialog.Offer(Offered(items));
   dialog.ShowModal();
@@ -34,7 +34,7 @@ bool TessarineStubWindow::PickChoice(std::string& choice) {
 bool TessarineStubWindow::PickOptions(std::string& options) {
   if (fInstallOptions.empty()) return true;
   TOptionsDlg dialog;
-  dialog.SetTitle(CustomLabel(dialog.Title(), LabelText(24)));
+  dialog.SetTitle(CustomLabel(dialog.Title(), LabelText(LabelId::OptionsTitle)));
   const std::vector<ListItem> items = ParseItems(fInstallOptions);
   dialog.Offer(Offered(items));
   dialog.ShowModal();

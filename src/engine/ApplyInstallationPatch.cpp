@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A patch folder is merged into the installation that it stands beside, file by file.
 #include "engine/PatchNames.h"
+#include "engine/Target.h"
 #include "platform/Dialogs.h"
 #include "platform/LiesIn.h"
 #include "platform/Machine.h"
@@ -16,8 +17,6 @@ using GlobalsKv::gLineBreak;
 using ViewConst::DirectoryExists;
 
 namespace {
-
-constexpr std::string_view kSuffix = "Patch";
 
 /// What a marker left: the folder itself, or one that it lies in.
 bool IsNoName(const std::string& name) {
@@ -62,7 +61,8 @@ void TessarineStubWindow::ApplyInstallationPatch() {
   ViewConst::SetInvisible(fTargetFolder);
   const std::optional<FolderItem> folder = GlobalsKv::MyGetFolderItem(fTargetFolder);
   if (!folder) return;
-  ApplyPatchFolder(*folder, "", fTargetFolder.substr(0, fTargetFolder.size() - kSuffix.size()));
+  ApplyPatchFolder(*folder, "",
+                   fTargetFolder.substr(0, fTargetFolder.size() - std::string_view(kPatchSuffix).size()));
   if (!RemovePatchFolder(fTargetFolder))
     MessageBox("Unable to delete the patch folder." + gLineBreak + gLineBreak + fTargetFolder);
 }

@@ -68,8 +68,9 @@ bool TessarineStubWindow::JoinPieces(const std::string& firstPiecePath, const Fo
 }
 
 bool TessarineStubWindow::AskForNextDisc() {
-  return GlobalsKv::YesNoDlg(CustomLabel(
-      "Insert next CD.  When you see the CD icon, click YES to continue or NO to quit.", LabelText(16)));
+  return GlobalsKv::YesNoDlg(
+      CustomLabel("Insert next CD.  When you see the CD icon, click YES to continue or NO to quit.",
+                  LabelText(LabelId::NextDisc)));
 }
 
 bool TessarineStubWindow::SourceFolderIsCD(const std::string& path) {

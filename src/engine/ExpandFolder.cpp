@@ -14,7 +14,6 @@
 #include "util/Files.h"
 #include "util/GlobalsKv.h"
 #include "util/Paths.h"
-#include "util/Places.h"
 
 using GlobalsKv::gLineBreak;
 using ViewConst::DirectoryExists;
@@ -84,7 +83,7 @@ void TessarineStubWindow::StartAfterProgram(std::optional<FolderItem> program, c
 }
 
 void TessarineStubWindow::ShowInstallationFailed(const std::string& reason) {
-  const std::string text = CustomLabel("Installation Failed", LabelText(13));
+  const std::string text = CustomLabel("Installation Failed", LabelText(LabelId::Failed));
   MessageBox(reason.empty() ? text : text + gLineBreak + gLineBreak + reason);
 }
 
@@ -92,7 +91,7 @@ void TessarineStubWindow::ShowInstallationFailed(const std::string& reason) {
 std::optional<Target> TessarineStubWindow::SettleTarget() {
   const std::string name = fTargetFolder;
   fTargetFolder.clear();
-  if (!ViewConst::IsInnerName(name)) {
+  if (!IsTargetName(name)) {
     ShowInstallationFailed();
     return std::nullopt;
   }
@@ -100,7 +99,7 @@ std::optional<Target> TessarineStubWindow::SettleTarget() {
                                                 : SelectTargetFolder(StartedFrom(), true);
   if (parent.empty()) return std::nullopt;
   Target target = PlanTarget(parent, name);
-  if (!IsSafeTarget(parent, fInstallationPatch ? target.folder + "Patch" : target.folder)) {
+  if (!IsSafeTarget(parent, fInstallationPatch ? target.folder + kPatchSuffix : target.folder)) {
     ShowInstallationFailed("Nothing can be installed to " + target.folder + ".");
     return std::nullopt;
   }
@@ -114,10 +113,10 @@ std::optional<Target> TessarineStubWindow::SettleTarget() {
 /// A patch needs its installation, and works on a folder of its own beside it.
 bool TessarineStubWindow::PreparePatch() {
   if (!DirectoryExists(fTargetFolder)) {
-    MessageBox(CustomLabel("Patch Failed.  No installation folder exists.", LabelText(18)));
+    MessageBox(CustomLabel("Patch Failed.  No installation folder exists.", LabelText(LabelId::PatchFailed)));
     return false;
   }
-  fTargetFolder += "Patch";
+  fTargetFolder += kPatchSuffix;
   if (DirectoryExists(fTargetFolder)) {
     ShowInstallinProgress();
     ViewConst::DeleteFolderOrApp(fTargetFolder);
@@ -128,11 +127,11 @@ bool TessarineStubWindow::PreparePatch() {
 bool TessarineStubWindow::MayReplaceTarget() {
   if (!fPromptToReplace) return true;
   YesNoDialog dialog;
-  dialog.SetTitle(CustomLabel(dialog.Title(), LabelText(10)));
-  dialog.ConfirmLabel1.SetText(CustomLabel(dialog.ConfirmLabel1.Text(), LabelText(11)));
-  dialog.ConfirmLabel2.SetText(CustomLabel(dialog.ConfirmLabel2.Text(), LabelText(12)));
-  dialog.CancelBtn.SetCaption(CustomLabel(dialog.CancelBtn.Caption(), LabelText(3)));
-  dialog.OKBtn.SetCaption(CustomLabel(dialog.OKBtn.Caption(), LabelText(4)));
+  dialog.SetTitle(CustomLabel(dialog.Title(), LabelText(LabelId::ConfirmTitle)));
+  dialog.ConfirmLabel1.SetText(CustomLabel(dialog.ConfirmLabel1.Text(), LabelText(LabelId::TargetExists)));
+  dialog.ConfirmLabel2.SetText(CustomLabel(dialog.ConfirmLabel2.Text(), LabelText(LabelId::DeleteTarget)));
+  dialog.CancelBtn.SetCaption(CustomLabel(dialog.CancelBtn.Caption(), LabelText(LabelId::Cancel)));
+  dialog.OKBtn.SetCaption(CustomLabel(dialog.OKBtn.Caption(), LabelText(LabelId::Ok)));
   dialog.ConfirmLabel3.SetText(fTargetFolder);
   dialog.ShowModal();
   return dialog.fBtnName == dialog.OKBtn.Name();

@@ -8,14 +8,14 @@
 
 std::string TessarineStubWindow::SelectTargetFolder(const std::string& path, bool cancelGivesEmpty) {
   SelectFolderDialog dialog;
-  dialog.Title = CustomLabel(dialog.Title, LabelText(14));
-  dialog.ActionButtonCaption = CustomLabel("Select", LabelText(15));
-  dialog.CancelButtonCaption = CustomLabel(dialog.CancelButtonCaption, LabelText(3));
+  dialog.Title = CustomLabel(dialog.Title, LabelText(LabelId::FolderTitle));
+  dialog.ActionButtonCaption = CustomLabel("Select", LabelText(LabelId::FolderSelect));
+  dialog.CancelButtonCaption = CustomLabel(dialog.CancelButtonCaption, LabelText(LabelId::Cancel));
   dialog.InitialDirectory = GlobalsKv::MyGetFolderItem(path);
   const std::optional<FolderItem> chosen = dialog.ShowModal();
   if (!chosen) return cancelGivesEmpty ? "" : path;
   if (!chosen->IsWriteable()) {
-    MessageBox(CustomLabel("Cannot write to selected location.", LabelText(0)));
+    MessageBox(CustomLabel("Cannot write to selected location.", LabelText(LabelId::CannotWrite)));
     return "";
   }
   std::string folder = ViewConst::MyAbsolutePath(chosen);

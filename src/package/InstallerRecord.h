@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the publisher configured: the fields of the two record files, Data and TextData.
+// What the publisher configured: the values of the two record files, Data and TextData. Where each one stands
+// there is told by package/RecordFormat.h.
 #pragma once
 
 #include <cstdint>
@@ -8,49 +9,54 @@
 #include <string_view>
 #include <vector>
 
+#include "package/Labels.h"
+
 /// Texts are UTF-8. A field that a record doesn't have is empty, 0 or false.
 struct InstallerRecord {
-  // Data, in the order of its fields; 5 and 12 are reserved.
-  std::string fTimeStamp;           // 1: build stamp; nothing reads it
-  bool fApplicationFolder = false;  // 2: install into the Applications folder, ask for none
-  std::string fExecuteAfterName;    // 3
-  std::string fLogoPixelStr;        // 4: hexadecimal RGB, with runs shortened
+  std::string fTimeStamp;           // build stamp; nothing reads it
+  bool fApplicationFolder = false;  // install into the Applications folder, ask for none
+  std::string fExecuteAfterName;
+  std::string fLogoPixelStr;  // hexadecimal RGB, with runs shortened
   std::int64_t fLogoWidth = 0;
   std::int64_t fLogoHeight = 0;
-  std::string fPicturePixelStr;  // 6
+  std::string fPicturePixelStr;
   std::int64_t fPictureWidth = 0;
   std::int64_t fPictureHeight = 0;
-  bool fPromptToReplace = false;    // 7: ask before an existing target is deleted
-  std::string fExecuteBeforeName;   // 8
-  std::string fBackgroundPixelStr;  // 9
+  bool fPromptToReplace = false;  // ask before an existing target is deleted
+  std::string fExecuteBeforeName;
+  std::string fBackgroundPixelStr;
   std::int64_t fBackgroundWidth = 0;
   std::int64_t fBackgroundHeight = 0;
-  std::int64_t fEncryptionLen = 0;  // 10: held; scrambling covers whole files
-  bool fCenterMessage = false;      // 11
+  std::int64_t fEncryptionLen = 0;  // held; scrambling covers whole files
+  bool fCenterMessage = false;
 
-  // TextData; 10 to 12 and 14 to 21 are reserved.
-  std::string fAgreement;            // 1: note
-  std::string fMessage;              // 2
-  std::string fURLActual;            // 3
-  std::string fURLDisplayed;         // 4
-  std::string fInfo;                 // 5: note
-  std::vector<std::string> fLabels;  // 6: split on "|"
-  std::string fTargetFolder;         // 7: a bare name, until the engine makes it a path
-  std::string fCopyright;            // 8
-  std::string fWindowTitle;          // 9
-  bool fInstallationPatch = false;   // 13
-  std::string fInstallChoices;       // 22
-  std::string fInstallOptions;       // 23
-  std::string fMinOS;                // 24
-  std::string fMinRAM;               // 25
-  std::string fCompletionURL;        // 26
-  std::string fPreInstallNotes;      // 27: note
-  std::string fPostInstallNotes;     // 28: note
-  std::string fPostCopy;             // 29: action script
-  std::int64_t fCleanup = 0;         // 30
+  std::string fAgreement;  // note
+  std::string fMessage;
+  std::string fURLActual;
+  std::string fURLDisplayed;
+  std::string fInfo;                 // note
+  std::vector<std::string> fLabels;  // split on "|"
+  std::string fTargetFolder;         // a bare name, until the engine makes it a path
+  std::string fCopyright;
+  std::string fWindowTitle;
+  bool fInstallationPatch = false;
+  std::string fInstallChoices;
+  std::string fInstallOptions;
+  std::string fMinOS;
+  std::string fMinRAM;
+  std::string fCompletionURL;
+  std::string fPreInstallNotes;   // note
+  std::string fPostInstallNotes;  // note
+  std::string fPostCopy;          // action script
+  std::int64_t fCleanup = 0;
 
-  /// The override with that index, from 0; empty behind the end.
-  std::string LabelText(std::size_t index) const { return index < fLabels.size() ? fLabels[index] : ""; }
+  bool operator==(const InstallerRecord&) const = default;
+
+  /// The publisher's text for that label; empty where there is none.
+  std::string LabelText(LabelId id) const {
+    const auto index = static_cast<std::size_t>(id);
+    return index < fLabels.size() ? fLabels[index] : "";
+  }
 };
 
 /// `data` is the unscrambled content of Data, in Mac Roman; `textData` that of TextData, in UTF-8.
@@ -60,6 +66,3 @@ InstallerRecord ParseRecord(std::string_view data, std::string_view textData);
 /// From the files Data and TextData of the running bundle's Contents/Resources; none without a Data file
 /// that has content.
 std::optional<InstallerRecord> ReadRecord();
-
-/// A note as the record stores it: "|" for line ends, or behind "$HTML$" hexadecimal UTF-16.
-std::string DecodeNote(std::string_view field);

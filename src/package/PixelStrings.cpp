@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "package/PixelStrings.h"
 
+#include <algorithm>
 #include <cstring>
 #include <new>
 
@@ -97,6 +98,17 @@ bool PixelStringExpand(std::string& pixels) {
   if (!WalkRuns(pixels, sink)) return false;
   pixels = std::move(sink.fText);
   return true;
+}
+
+std::string PixelStringShorten(std::string_view digits) {
+  std::string pixels;
+  while (!digits.empty()) {
+    const std::size_t count = std::min(digits.find_first_not_of(digits.front()), digits.size());
+    const std::string run = digits.front() + ("[" + std::to_string(count) + "]");
+    pixels += run.size() < count ? run : digits.substr(0, count);
+    digits.remove_prefix(count);
+  }
+  return pixels;
 }
 
 std::optional<Picture> DecodePicture(std::int64_t width, std::int64_t height, std::string_view pixels) {

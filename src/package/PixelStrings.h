@@ -17,6 +17,9 @@ inline constexpr std::size_t kLongestPixelString = 50'000'000;
 /// bracket, and for a result beyond the limit.
 [[nodiscard]] bool PixelStringExpand(std::string& pixels);
 
+/// The inverse: a run is written short only where that saves room.
+std::string PixelStringShorten(std::string_view digits);
+
 /// The picture, in one pass and without the expanded text. None for a string that is damaged or too
 /// long, or whose length isn't width times height times 6 digits.
 std::optional<Picture> DecodePicture(std::int64_t width, std::int64_t height, std::string_view pixels);

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The light positional scrambling of package files: every second byte, from the second, is raised by
-// one, modulo 256. It has no key and keeps the length.
+// Scrambling of texts and of whole files.
 #pragma once
 
 #include <string>

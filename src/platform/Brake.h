@@ -24,3 +24,7 @@ class KeptFolders {
 /// It stays when it is the root, a folder of the system's or a mount point, when it is one of `kept` or holds
 /// one, and when something is mounted in it. A link is judged as itself, not as what it leads to.
 std::string ReasonToStay(const std::string& path, const KeptFolders& kept);
+
+/// Is it one that the file hierarchy standard puts into the root, /usr, /usr/local or /var, judged by the
+/// name of `place` alone? An absolute path without closing "/".
+bool IsFolderOfTheSystem(const std::string& place);

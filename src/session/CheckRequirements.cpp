@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The two questions to the machine ahead of the window.
+#include "package/Requirements.h"
 #include "platform/BinaryStream.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
-#include "session/Requirements.h"
 #include "session/TessarineStubWindow.h"
 #include "util/GlobalsKv.h"
 #include "util/Paths.h"

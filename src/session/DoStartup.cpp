@@ -12,7 +12,7 @@ void TessarineStubWindow::DoStartup() {
     return;
   }
   if (!ReadData()) {
-    MessageBox(CustomLabel("Installation Failed", LabelText(13)));
+    MessageBox(CustomLabel("Installation Failed", LabelText(LabelId::Failed)));
     Application::Quit(0);
     return;
   }
@@ -41,9 +41,9 @@ void TessarineStubWindow::GoOnAsCopy() {
 
 void TessarineStubWindow::Dress() {
   SetTitle(CustomLabel(Title(), fWindowTitle));
-  if (!fInfo.empty()) InfoBtn.SetCaption(CustomLabel(InfoBtn.Caption(), LabelText(6)));
-  QuitBtn.SetCaption(CustomLabel(QuitBtn.Caption(), LabelText(1)));
-  InstallBtn.SetCaption(CustomLabel(InstallBtn.Caption(), LabelText(2)));
+  if (!fInfo.empty()) InfoBtn.SetCaption(CustomLabel(InfoBtn.Caption(), LabelText(LabelId::Info)));
+  QuitBtn.SetCaption(CustomLabel(QuitBtn.Caption(), LabelText(LabelId::Quit)));
+  InstallBtn.SetCaption(CustomLabel(InstallBtn.Caption(), LabelText(LabelId::Install)));
   if (!fCopyright.empty()) {
     CopyrightLabel.SetText(fCopyright);
     CopyrightLabel.SetVisible(true);

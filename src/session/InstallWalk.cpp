@@ -5,20 +5,21 @@
 #include "session/TessarineStubWindow.h"
 
 void TessarineStubWindow::OKBtnClicked() {
-  const std::string quit = LabelText(1);
+  const std::string quit = LabelText(LabelId::Quit);
   bool goOn = true;
   if (!fPreInstallNotes.empty()) {
-    goOn = AskByNote({.text = fPreInstallNotes,
-                      .title = CustomLabel("Pre-Installation Notes", LabelText(25)),
-                      .quitCaption = quit,
-                      .htmlCaption = CustomLabel("I Agree", LabelText(4)),
-                      .plainCaption = CustomLabel("OK", LabelText(4)),
-                      .lowered = IsShortNote(fPreInstallNotes)});
+    goOn =
+        AskByNote({.text = fPreInstallNotes,
+                   .title = CustomLabel("Pre-Installation Notes", LabelText(LabelId::PreInstallNotesTitle)),
+                   .quitCaption = quit,
+                   .htmlCaption = CustomLabel("I Agree", LabelText(LabelId::Ok)),
+                   .plainCaption = CustomLabel("OK", LabelText(LabelId::Ok)),
+                   .lowered = IsShortNote(fPreInstallNotes)});
   }
   if (goOn && !fAgreement.empty()) {
-    const std::string agree = CustomLabel("I Agree", LabelText(5));
+    const std::string agree = CustomLabel("I Agree", LabelText(LabelId::Agree));
     goOn = AskByNote({.text = fAgreement,
-                      .title = CustomLabel("License Agreement", LabelText(7)),
+                      .title = CustomLabel("License Agreement", LabelText(LabelId::AgreementTitle)),
                       .quitCaption = quit,
                       .htmlCaption = agree,
                       .plainCaption = agree});
@@ -41,10 +42,10 @@ void TessarineStubWindow::InstallAll() {
 }
 
 void TessarineStubWindow::InfoBtnClicked() {
-  const std::string ok = CustomLabel("OK", LabelText(4));
+  const std::string ok = CustomLabel("OK", LabelText(LabelId::Ok));
   // Nothing is asked: the answer is of no interest.
   static_cast<void>(AskByNote({.text = fInfo,
-                               .title = CustomLabel("Information", LabelText(8)),
+                               .title = CustomLabel("Information", LabelText(LabelId::InfoTitle)),
                                .htmlCaption = ok,
                                .plainCaption = ok,
                                .canDecline = false}));
@@ -58,5 +59,5 @@ void TessarineStubWindow::ShowInstallinProgress() {
     Show();
   }
   SetFocus();
-  ShowMessage(CustomLabel("Install in Progress...", LabelText(19)));
+  ShowMessage(CustomLabel("Install in Progress...", LabelText(LabelId::InProgress)));
 }

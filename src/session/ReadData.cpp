@@ -3,6 +3,7 @@
 #include <new>
 
 #include "base/Encoding.h"
+#include "package/Notes.h"
 #include "package/Scrambling.h"
 #include "platform/BinaryStream.h"
 #include "platform/Machine.h"

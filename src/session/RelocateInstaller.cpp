@@ -66,6 +66,7 @@ bool TessarineStubWindow::RelocateInstaller(const std::string& firstPiecePath) {
   Machine::Current().SetClipboardText(sourceFolder);
   if (!temporaryPath.empty()) RemoveOldCopies(temporaryPath);
   const bool started = !temporaryPath.empty() && StartCopy(bundle, sourceFolder, temporaryPath, fCopyLock);
-  if (!started && !Machine::Current().Ending()) MessageBox(CustomLabel("Installation Failed", LabelText(13)));
+  if (!started && !Machine::Current().Ending())
+    MessageBox(CustomLabel("Installation Failed", LabelText(LabelId::Failed)));
   return true;
 }

@@ -3,7 +3,6 @@
 
 #include "dialogs/MenuBar.h"
 #include "platform/Application.h"
-#include "platform/Blanks.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 #include "session/Relocation.h"
@@ -53,9 +52,7 @@ void TessarineStubWindow::InfoBtn_Action() {
 }
 
 bool TessarineStubWindow::URLLabel_MouseDown() {
-  const std::string address = WithoutBlanksAround(fURLActual);
-  if (address.empty()) return false;
-  const bool complete = ViewConst::Pos("http", address) > 0;
-  Machine::Current().ShowURL(complete ? address : "http://" + address);
+  const std::string address = ViewConst::CompleteAddress(fURLActual);
+  if (!address.empty()) Machine::Current().ShowURL(address);
   return false;
 }

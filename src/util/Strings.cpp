@@ -6,8 +6,8 @@
 #include <cmath>
 #include <limits>
 
+#include "base/Blanks.h"
 #include "base/Encoding.h"
-#include "platform/Blanks.h"
 
 namespace ViewConst {
 
@@ -153,10 +153,30 @@ std::string UnicodeFromHex(std::string_view text, bool decode) {
   return Utf16LittleEndianToUtf8(units);
 }
 
+std::string HexFromBytes(std::string_view bytes) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string digits;
+  digits.reserve(2 * bytes.size());
+  for (const char byte : bytes) {
+    const auto value = static_cast<unsigned char>(byte);
+    digits += {kDigits[value >> 4U], kDigits[value & 15U]};
+  }
+  return digits;
+}
+
+std::string HexFromUnicode(std::string_view text) {
+  return HexFromBytes(Utf8ToUtf16LittleEndian(text));
+}
+
 std::string gCR;
 
 std::string LineEndingEncoding(const std::string& text) {
   return gCR.empty() ? text : ReplaceCh1WithCh2(text, gCR.front(), '\n');
+}
+
+std::string CompleteAddress(std::string_view text) {
+  std::string address = WithoutBlanksAround(text);
+  return address.empty() || Pos("http", address) > 0 ? address : "http://" + address;
 }
 
 bool IsHtml(std::string_view note) {

@@ -61,6 +61,12 @@ std::string FillString(std::string_view ch, std::int64_t count);
 /// Hexadecimal digits of little-endian UTF-16 as UTF-8; with `decode` false the text as it is.
 std::string UnicodeFromHex(std::string_view text, bool decode);
 
+/// Its inverse: four upper-case digits a unit, "A" is "4100". A malformed byte becomes U+FFFD.
+std::string HexFromUnicode(std::string_view text);
+
+/// Two upper-case digits a byte.
+std::string HexFromBytes(std::string_view bytes);
+
 /// The value of a hexadecimal digit, "0" to "9" and "A" to "F". Another character below "A" counts as its
 /// code, and one above "F" as its code less 55.
 constexpr std::uint8_t HexDigitValue(char digit) {
@@ -77,6 +83,10 @@ extern std::string gCR;
 
 /// Replaces the character `gCR` by a line feed.
 std::string LineEndingEncoding(const std::string& text);
+
+/// The address that a click on "example.com" leads to: with "http://" in front where no "http" is in it, and
+/// without blanks around it. Empty for nothing.
+std::string CompleteAddress(std::string_view text);
 
 /// Is the note a page? True when "<HTML>" stands in it, in any case.
 bool IsHtml(std::string_view note);

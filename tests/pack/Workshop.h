@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <regex>
 #include <set>
 
 #include "pack/Bundle.h"
@@ -36,13 +37,15 @@ class Workshop : public ::testing::Test, public TemporaryTree {
     return description;
   }
 
-  // Makes out/Setup.app of that. The sentence of the refusal, empty if there was none.
+  // Makes out/Setup.app of that. The sentences of the refusal without their places, empty if there was none.
   std::string Pack(const json& more = json::object()) const {
     return PackFile(Write("description.json", Describe(more).dump()));
   }
   std::string PackFile(const std::string& description) const {
     try {
       MakeBundle(ReadDescription(description), Path("out/Setup.app"), Path("runtime"));
+    } catch (const Mistakes& mistakes) {
+      return std::regex_replace(mistakes.what(), std::regex("(^|\n)[^\n]*?:[0-9]+:[0-9]+: "), "$1");
     } catch (const Refusal& refusal) {
       return refusal.what();
     }

@@ -4,7 +4,6 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <zip.h>
 
 #include "Workshop.h"
 
@@ -73,13 +72,9 @@ TEST_F(Archives, AnExistingZipIsTakenAsItIsIfItFits) {
   const json payload = {{"folder", nullptr}, {"zip", "lamp.zip"}};
   ASSERT_EQ("", Pack({{"payload", payload}}));
   EXPECT_EQ(Read("lamp.zip"), Unscrambled(Resource("Data2")));
-  EXPECT_EQ("payload.zip has an entry that isn't in the folder \"Lantern\": Lamp/.",
-            Pack({{"payload", payload}, {"targetFolder", "Lantern"}}));
-
-  zip_t* zip = zip_open(Path("lamp.zip").c_str(), 0, nullptr);
-  zip_dir_add(zip, "Lamp/../../x", ZIP_FL_ENC_UTF_8);
-  ASSERT_EQ(0, zip_close(zip));
-  EXPECT_EQ("payload.zip has an entry that leads out of it: Lamp/../../x/.", Pack({{"payload", payload}}));
+  EXPECT_EQ(
+      "payload.zip must hold nothing but a folder \"Lantern\", and holds \"Lamp\": " + Path("lamp.zip") + ".",
+      Pack({{"payload", payload}, {"targetFolder", "Lantern"}}));
 }
 
 TEST_F(Archives, ItemsAndCleanupProgramsHaveTheirContentAtTheTop) {

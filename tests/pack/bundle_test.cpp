@@ -10,9 +10,9 @@ namespace pack {
 class Bundle : public Workshop {};
 
 TEST_F(Bundle, HoldsTheRuntimeAndThePublishersPrograms) {
-  Write("Checker.app/Contents/MacOS/Checker", "c");
+  Write("Checker.app/Contents/MacOS/Checker", "c", 0755);
   Link("Checker.app/Contents/MacOS/Other", "Checker");
-  Write("finish.sh", "f");
+  Write("finish.sh", "f", 0755);
   ASSERT_EQ("", Pack({{"windowTitle", "A < B & C"},
                       {"executeBefore", {{"file", "Checker.app/"}}},
                       {"executeAfter", {{"name", "Finish"}, {"file", "finish.sh"}}}}));
@@ -49,6 +49,12 @@ TEST_F(Bundle, ReplacesABundleOfItsKindOnly) {
   EXPECT_TRUE(fs::is_symlink(Path("out/Setup.app")));
 }
 
+TEST_F(Bundle, DoesNotGoIntoItself) {
+  Write("out/x", "x");
+  EXPECT_TRUE(Pack({{"payload", {{"folder", "out"}}}}).starts_with("payload.folder holds the bundle"));
+  EXPECT_EQ((List{"x"}), Names("out"));
+}
+
 TEST_F(Bundle, APayloadIsSplitAsOneScrambledStream) {
   // Incompressible, and longer than what is scrambled at once.
   std::minstd_rand random;
@@ -61,23 +67,23 @@ TEST_F(Bundle, APayloadIsSplitAsOneScrambledStream) {
   EXPECT_EQ("\xB1\xEA\x92\x8F", Unscrambled(whole).substr(whole.size() - 4));
 
   // An odd size, so that a piece begins at an odd position of the whole.
-  ASSERT_EQ("", Pack({{"payload", {{"splitSizes", {1001, 500}}}}}));
+  ASSERT_EQ("", Pack({{"payload", {{"splitSizes", {1'000'001, 1'000'000}}}}}));
   EXPECT_EQ((List{"Data#2", "Data#End", "Setup.app"}), Names("out"));
   for (const char* neighbour : {"out/Data#2x", "out/Data#"}) Write(neighbour, "somebody's");
   EXPECT_EQ((List{"Data", "Data#1", "TextData"}), Names("out/Setup.app/Contents/Resources"));
-  EXPECT_EQ(1001U, Resource("Data#1").size());
-  EXPECT_EQ(500U, Read("out/Data#2").size());
+  EXPECT_EQ(1'000'001U, Resource("Data#1").size());
+  EXPECT_EQ(1'000'000U, Read("out/Data#2").size());
   EXPECT_EQ(whole, Resource("Data#1") + Read("out/Data#2") + Read("out/Data#End"));
 
   // An older "Data#2" would be joined to a set of two.
-  ASSERT_EQ("", Pack({{"payload", {{"splitSizes", {1001}}}}}));
+  ASSERT_EQ("", Pack({{"payload", {{"splitSizes", {1'000'001}}}}}));
   EXPECT_EQ((List{"Data#", "Data#2x", "Data#End", "Setup.app"}), Names("out"));
   for (const char* neighbour : {"out/Data#2x", "out/Data#"}) fs::remove(Path(neighbour));
   ASSERT_EQ("", Pack());
   EXPECT_EQ((List{"Setup.app"}), Names("out"));
 
   Write("out/Data#2", "of another set");
-  EXPECT_NE("", Pack({{"payload", {{"splitSize", 100'000}}}}));
+  EXPECT_NE("", Pack({{"payload", {{"splitSize", 1'000'000}}}}));
   EXPECT_EQ("", Pack());
   EXPECT_EQ((List{"Data#2", "Setup.app"}), Names("out"));
   EXPECT_EQ("of another set", Read("out/Data#2"));

@@ -27,11 +27,15 @@ TEST_F(Command, StatusTellsWhatWentWrong) {
   EXPECT_EQ("out/Setup.app: 1 MB, 1 file packed\n", Read("said"));
   EXPECT_EQ("the expander", Read("out/Setup.app/Contents/MacOS/ditto"));
   EXPECT_EQ(1, Run(program + "--runtime runtime bad.json out/Bad.app"));
-  EXPECT_EQ("tessarine-pack: colour is no key of the description.\n", Read("said"));
+  EXPECT_EQ("bad.json:1:2: colour is no key of the description.\n", Read("said"));
+  EXPECT_EQ(1, Run(program + "--check bad.json"));
+  EXPECT_EQ("bad.json:1:2: colour is no key of the description.\n", Read("said"));
+  EXPECT_EQ(0, Run(program + "--check good.json"));
+  EXPECT_EQ("", Read("said"));
   EXPECT_EQ(1, Run(program + "--runtime out good.json out/Bad.app"));
   EXPECT_EQ(1, Run(program + "--runtime runtime good.json absent/Bad.app"));
   for (const char* arguments : {"good.json", "good.json out/a b", "--colour good.json out/Bad.app",
-                                "good.json out/Bad.app --runtime", "good.json out/Bad"})
+                                "good.json out/Bad.app --runtime", "good.json out/Bad", "--check"})
     EXPECT_EQ(2, Run(program + arguments)) << arguments;
   EXPECT_EQ(2, Run(program + "--runtime runtime good.json out/a b.app"));
   EXPECT_TRUE(Read("said").starts_with("tessarine-pack: what is b.app?")) << Read("said");
@@ -86,6 +90,8 @@ TEST_F(Command, TheDemoIsPacked) {
     ASSERT_EQ(0, Run("demo/make-payload build/demo/payload")) << run << Read("said");
   for (const char* name : {"lantern", "lantern-applications"})
     EXPECT_EQ(0, Run(program + "--runtime runtime demo/" + name + ".json out/Setup.app")) << Read("said");
+  for (const char* name : {"lantern-patch", "lantern-split"})
+    EXPECT_EQ(0, Run(program + "--check demo/" + name + ".json")) << Read("said");
   EXPECT_EQ("More wicks,Option1.zip,Wicks,A flat and a round one", Field(Resource("TextData"), "|#|", 23));
 }
 

@@ -25,3 +25,9 @@ TEST(Pixels, AreDecodedInOnePassAndRefusedWhenDamaged) {
   for (const auto& [width, height] : {std::pair{1, 1}, {2, 2}, {0, 1}, {-2, -1}, {1 << 30, 1 << 30}})
     EXPECT_FALSE(DecodePicture(width, height, "1F[3]2[3]A0[2]30")) << width;
 }
+
+TEST(Pixels, RunsAreShortenedOnlyWhereItSaves) {
+  const char* const rows[][2] = {{"", ""},   {"000000FF", "0[6]FF"},   {"0000F", "0000F"}, {"00000", "0[5]"},
+                                 {"0", "0"}, {"0FFFFFFFFFF", "0F[10]"}};
+  for (const auto& row : rows) EXPECT_EQ(PixelStringShorten(row[0]), row[1]);
+}

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "package/InstallerRecord.h"
+#include "package/Notes.h"
 #include "support/TestPackage.h"
 
 TEST(Record, EveryFieldIsReadFromItsPlace) {
@@ -30,7 +31,7 @@ TEST(Record, EveryFieldIsReadFromItsPlace) {
             "stamp After ABC DEF 4(0) Caf\u00E9 text1\n text2 text3 text4 text5\n text7 text8 text9 text22 "
             "text23 text24 text25 text26 text27\n text28\n text29");
   EXPECT_EQ(r.fLabels, (std::vector<std::string>{"zero", "", "two", " ", ""}));
-  EXPECT_EQ(r.LabelText(3) + r.LabelText(99), " ");
+  EXPECT_EQ(r.LabelText(LabelId::Cancel) + r.LabelText(LabelId::PostInstallNotesTitle), " ");
 }
 
 TEST(Record, ShortAndStrangeRecordsReadAsFarAsTheyGo) {
@@ -41,6 +42,22 @@ TEST(Record, ShortAndStrangeRecordsReadAsFarAsTheyGo) {
   const InstallerRecord picture = ParseRecord("$|~$|~$|~ABC,64", "");
   EXPECT_TRUE(picture.fLogoPixelStr == "ABC" && picture.fLogoWidth == 64 && picture.fLogoHeight == 0);
   EXPECT_EQ(ParseRecord("a$|b|~c$$|~1", "").fTimeStamp, "a$|b|~c$") << "half a separator is text";
+}
+
+TEST(Record, NotesAreWrittenPlainWhereTheyComeBack) {
+  const char* const rows[][2] = {{"", ""},
+                                 {"a\n\nb\n", "a||b|"},
+                                 {"\u4EAC\U0001F3EE", "$HTML$AC4E3CD8EEDF"},
+                                 {"|", "$HTML$7C00"},
+                                 {"\n#\n", "$HTML$0A0023000A00"},
+                                 {"\n#", "$HTML$0A002300"},  // a separator with the bar of the next field's
+                                 {"#\n", "$HTML$23000A00"},
+                                 {"$html$", "$HTML$2400680074006D006C002400"},
+                                 {"<html>", "$HTML$3C00680074006D006C003E00"}};
+  for (const auto& [note, field] : rows) {
+    EXPECT_EQ(EncodeNote(note), field);
+    EXPECT_EQ(DecodeNote(field), note);
+  }
 }
 
 TEST(Record, NotesAreDecodedByTheirForm) {

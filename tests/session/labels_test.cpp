@@ -15,7 +15,8 @@ class Labels : public SessionTest {
     for (const char* file : {"TessarineStub", "TessarineClipboard", "TessarineNetwork.so"})
       fTree.Write(std::string("runtime/") + file, "", 0755);
     fs::copy_file(DITTO_PROGRAM, fTree.Path("runtime/ditto"));
-    for (const char* file : {"payload/read me", "extra/x"}) fTree.Write(file, "some content");
+    fTree.Write("payload/read me", std::string(1'000'001, 'r'));
+    fTree.Write("extra/x", "some content");
     fTree.Folder("media");
     fMachine.SetClipboardText("");
   }

@@ -12,6 +12,11 @@ std::string ScrambledByHand(std::string bytes) {
   return bytes;
 }
 
+std::string UnscrambledByHand(std::string bytes) {
+  for (std::size_t i = 1; i < bytes.size(); i += 2) bytes[i] = static_cast<char>(bytes[i] - 1);
+  return bytes;
+}
+
 void TestPackage::Write(const TemporaryTree& tree, const std::string& bundle) const {
   const std::string resources = bundle + "/Contents/Resources/";
   tree.Write(bundle + "/Contents/MacOS/TessarineStub", "program", 0755);

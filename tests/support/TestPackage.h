@@ -9,6 +9,7 @@
 
 /// Every second byte, from the second, plus one.
 std::string ScrambledByHand(std::string bytes);
+std::string UnscrambledByHand(std::string bytes);
 
 struct TestPackage {
   std::map<int, std::string> data;      // fields by number from 1

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Archives: folders go in, existing zips are looked over.
+// Archives of folders.
 #pragma once
 
 #include <filesystem>
@@ -13,9 +13,5 @@ namespace pack {
 /// Access rights, times, links as links and empty folders are kept. The same tree gives the same bytes.
 void ArchiveFolder(const std::string& field, const std::filesystem::path& folder, const std::string& top,
                    const Compression& compression, const std::filesystem::path& archive);
-
-/// Refuses what is no zip, an empty one, and one with an entry that doesn't lie below `top` (if that isn't
-/// empty) or that climbs out by "..".
-void CheckZip(const std::string& field, const std::filesystem::path& zip, const std::string& top);
 
 }  // namespace pack

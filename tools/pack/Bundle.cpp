@@ -6,9 +6,11 @@
 #include <vector>
 
 #include "pack/Archive.h"
+#include "pack/Contents.h"
 #include "pack/Files.h"
-#include "pack/Records.h"
 #include "pack/Refusal.h"
+#include "pack/Scramble.h"
+#include "package/RecordWriter.h"
 
 namespace pack {
 namespace {
@@ -63,10 +65,10 @@ class Builder {
   fs::path Pieces() const { return fWork / "pieces"; }
 
   void Build(const std::string& bundleName) {
-    const Records records = WriteRecords(fFrom);
-    WriteFile(Resources() / "Data", records.data);
+    const WrittenRecord records = WriteRecord(fFrom.record);
+    WriteFile(Resources() / "Data", Scramble(records.data));
     WriteFile(Resources() / "TextData", records.textData);
-    const std::string name = fFrom.windowTitle.empty() ? bundleName : fFrom.windowTitle;
+    const std::string name = fFrom.record.fWindowTitle.empty() ? bundleName : fFrom.record.fWindowTitle;
     WriteFile(Bundle() / "Contents" / "Info.plist", InfoPlist(kRuntime, name));
     AddRuntime();
     AddItems("choices", fFrom.choices);
@@ -111,7 +113,7 @@ class Builder {
   // one that travels with the runtime is a plain program and gets a bundle around it.
   void AddCleanup() {
     Source source = fFrom.cleanupProgram;
-    if (fFrom.cleanup == 0 && !source.Given()) return;
+    if (fFrom.record.fCleanup == 0 && !source.Given()) return;
     if (!source.Given()) {
       if (!fs::exists(fRuntime / kCleanupProgram))
         throw Refusal("cleanup.program", "is missing, and the runtime's folder holds no PostInstallCleanup");
@@ -124,8 +126,6 @@ class Builder {
       for (const fs::path& item : fs::recursive_directory_iterator(source.folder))
         fs::last_write_time(item, time);
     }
-    if (!source.folder.empty() && !fs::is_directory(source.folder / "Contents"))
-      throw Refusal("cleanup.program.folder", "names no application bundle: " + source.folder.string());
     const fs::path archive = MakeArchive("cleanup.program", source, source.zip.empty() ? "" : "Contents");
     ScrambleFile(archive, {{"Data3", fs::file_size(archive)}}, Resources(), Resources());
     fs::remove(archive);
@@ -141,12 +141,13 @@ class Builder {
   fs::path MakeArchive(const std::string& field, const Source& source, const std::string& top) {
     const fs::path archive = fWork / "archive.zip";
     if (source.folder.empty()) {
-      CheckZip(field + ".zip", source.zip, top);
       fs::copy_file(source.zip, archive);
     } else {
       RefuseOwnFolder(field + ".folder", source.folder);
       ArchiveFolder(field + ".folder", source.folder, top, source.compression, archive);
     }
+    // The folder may have changed since it was looked at.
+    CheckArchive(field, archive);
     return archive;
   }
 

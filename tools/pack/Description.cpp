@@ -6,16 +6,28 @@
 #include <array>
 #include <ctime>
 #include <nlohmann/json.hpp>
-#include <set>
 #include <string_view>
 #include <utility>
 
+#include "actions/ActionScript.h"
+#include "archive/planning/Plan.h"
+#include "archive/reading/Names.h"
+#include "base/Blanks.h"
+#include "engine/Target.h"
+#include "pack/Actions.h"
+#include "pack/Addresses.h"
 #include "pack/DescriptionParts.h"
 #include "pack/Files.h"
 #include "pack/Labels.h"
+#include "pack/Notes.h"
+#include "pack/Picture.h"
 #include "pack/Refusal.h"
 #include "pack/Section.h"
 #include "pack/Text.h"
+#include "package/RecordWriter.h"
+#include "package/Requirements.h"
+#include "util/Paths.h"
+#include "util/Strings.h"
 
 namespace pack {
 namespace {
@@ -23,54 +35,130 @@ namespace {
 namespace fs = std::filesystem;
 using nlohmann::json;
 
-Picture ReadPicture(Section& section, const std::string& key) {
+void ReadPicture(Section& section, const std::string& key, std::string& pixels, std::int64_t& width,
+                 std::int64_t& height) {
   const fs::path file = section.File(key);
-  return file.empty() ? Picture{} : LoadPng(section.Name(key), file);
+  if (file.empty()) return;
+  section.Faults().Try([&] {
+    const Picture picture = LoadPng(section.Name(key), file);
+    pixels = PixelString(picture);
+    width = static_cast<std::int64_t>(picture.width);
+    height = static_cast<std::int64_t>(picture.height);
+  });
 }
 
 // A requirement that the installer doesn't know would be met everywhere, so that a slip of the pen would
 // go unnoticed.
-template <std::size_t N>
-std::string ReadKeyword(Section& section, const std::string& key, const std::array<const char*, N>& known) {
-  const std::string value = section.Text(key);
-  const auto same = [&](const char* keyword) { return LowerAscii(keyword) == LowerAscii(value); };
-  if (value.empty() || std::any_of(known.begin(), known.end(), same)) return value;
-  throw Refusal(section.Name(key),
-                std::string("is none of the known ones, ") + known.front() + " to " + known.back());
+std::string ReadKeyword(Section& section, const std::string& key, const std::vector<std::string>& known) {
+  return section.Word(key, known, "is none of the known ones, " + known.front() + " to " + known.back());
 }
 
-void ReadUrl(Section& section, Description& to) {
+std::string ReadNote(Section& section, const std::string& key) {
+  std::string text;
+  section.Faults().Try([&] { text = NoteText(section.Name(key), section.NoteText(key)); });
+  return text;
+}
+
+void ReadUrl(Section& section, InstallerRecord& to) {
   const json* url = section.Find("url");
-  if (url == nullptr || !url->is_object()) {
-    to.urlAddress = section.Text("url");
+  if (url == nullptr) return;
+  if (url->is_object()) {
+    Section inner = section.Inner("url", *url);
+    to.fURLActual = inner.Text("address");
+    to.fURLDisplayed = inner.Text("text");
+    inner.Finish();
+  } else {
+    to.fURLActual = section.Text("url");
+  }
+  const bool web = IsWebAddress(ViewConst::CompleteAddress(to.fURLActual)) && !IsMailAddress(to.fURLActual);
+  if (!to.fURLActual.empty() && !web)
+    section.Refuse(url->is_object() ? "url.address" : "url",
+                   "must be a web address, such as https://example.com: " + to.fURLActual);
+}
+
+void ReadNotes(Section& section, InstallerRecord& to) {
+  const std::size_t before = section.Faults().Count();
+  to.fAgreement = ReadNote(section, "agreement");
+  const bool read = section.Find("agreement") != nullptr && section.Faults().Count() == before;
+  if (read && WithoutBlanksAround(to.fAgreement).empty())
+    section.Refuse("agreement", "holds no text, so that nobody would be asked");
+  to.fInfo = ReadNote(section, "info");
+  to.fPreInstallNotes = ReadNote(section, "preInstallNotes");
+  to.fPostInstallNotes = ReadNote(section, "postInstallNotes");
+}
+
+void ReadTexts(Section& section, InstallerRecord& to) {
+  to.fWindowTitle = section.Text("windowTitle");
+  to.fMessage = section.Text("message");
+  to.fCenterMessage = section.Flag("centerMessage");
+  to.fCopyright = section.Text("copyright");
+  ReadUrl(section, to);
+  to.fCompletionURL = section.Text("completionURL");
+  if (!to.fCompletionURL.empty() && !IsWebAddress(to.fCompletionURL) && !IsMailAddress(to.fCompletionURL))
+    section.Refuse("completionURL",
+                   "must be \"http://\" or \"https://\" with a host, or \"mailto:\": " + to.fCompletionURL);
+  ReadNotes(section, to);
+  ReadPicture(section, "logo", to.fLogoPixelStr, to.fLogoWidth, to.fLogoHeight);
+  ReadPicture(section, "picture", to.fPicturePixelStr, to.fPictureWidth, to.fPictureHeight);
+  ReadPicture(section, "background", to.fBackgroundPixelStr, to.fBackgroundWidth, to.fBackgroundHeight);
+  if (const json* labels = section.Find("labels")) to.fLabels = ReadLabels(*labels, section.Faults());
+}
+
+// By the rule of the engine, and by the expander's for the folder that its archive holds.
+std::string TargetFault(const std::string& name, const std::string& top) {
+  if (name.empty()) return "must name a folder";
+  if (!IsTargetName(name))
+    return "must name a folder, without \".\", \"..\", a \"/\" at an end and control characters";
+  const archive::Status status = archive::CheckPath(top);
+  if (!status.Ok()) return "can't be installed: " + status.Sentence();
+  const bool kept = archive::IsStagingName(top) || top == archive::kMetadataFolder;
+  return kept ? "is a name that archives keep for themselves" : "";
+}
+
+void ReadTarget(Section& section, Description& description) {
+  InstallerRecord& to = description.record;
+  to.fTargetFolder = section.Text("targetFolder");
+  to.fApplicationFolder = section.Flag("applicationFolder");
+  to.fInstallationPatch = section.Flag("patch");
+  to.fPromptToReplace = section.Flag("promptToReplace", true);
+  to.fMinOS = ReadKeyword(section, "minOS", VersionKeywords());
+  to.fMinRAM = ReadKeyword(section, "minRAM", MemoryKeywords());
+  const std::string fault = TargetFault(to.fTargetFolder, PayloadFolder(description));
+  if (fault.empty()) return;
+  section.Refuse("targetFolder", fault);
+  to.fTargetFolder.clear();  // nothing more is told about it
+}
+
+std::uintmax_t PieceSize(Section& section, const std::string& key, const json& size) {
+  constexpr std::uintmax_t kSmallest = 1'000'000;
+  if (size.is_number_unsigned() && size >= kSmallest) return size.get<std::uintmax_t>();
+  section.Refuse(key, "must be a number of bytes, 1000000 at least");
+  return kSmallest;
+}
+
+void ReadSplit(Section& section, Split& to) {
+  const json* size = section.Find("splitSize");
+  const json* sizes = section.Find("splitSizes");
+  if (size != nullptr && sizes != nullptr) section.Refuse("splitSize", "can't stand beside splitSizes");
+  if (size != nullptr) to = {{PieceSize(section, "splitSize", *size)}, true};
+  if (size != nullptr || sizes == nullptr) return;
+  if (!sizes->is_array() || sizes->empty()) {
+    section.Refuse("splitSizes", "must be a list of numbers");
     return;
   }
-  Section inner(*url, "url", section.Folder());
-  to.urlAddress = inner.Text("address");
-  to.urlText = inner.Text("text");
-  inner.Finish();
+  for (const json& row : *sizes)
+    to.sizes.push_back(PieceSize(section, "splitSizes[" + std::to_string(to.sizes.size()) + "]", row));
 }
 
 void ReadPayload(Section& section, Description& to) {
   const json* payload = section.Find("payload");
-  if (payload == nullptr) throw Refusal("payload", "is missing");
-  Section inner(*payload, "payload", section.Folder());
+  if (payload == nullptr) section.Refuse("payload", "is missing");
+  if (payload == nullptr) return;
+  Section inner = section.Inner("payload", *payload);
   to.payload = ReadSource(inner);
-  if (!to.payload.Given()) throw Refusal("payload", "must name a folder or a zip");
-  const json* sizes = inner.Find("splitSizes");
-  if (inner.Find("splitSize") != nullptr) {
-    if (sizes != nullptr) throw Refusal("payload.splitSize", "can't stand beside splitSizes");
-    to.split.sizes = {static_cast<std::uintmax_t>(inner.Number("splitSize", 1, INT64_MAX))};
-    to.split.repeat = true;
-  } else if (sizes != nullptr) {
-    if (!sizes->is_array() || sizes->empty())
-      throw Refusal("payload.splitSizes", "must be a list of numbers");
-    for (const json& size : *sizes) {
-      if (!size.is_number_unsigned() || size == 0)
-        throw Refusal("payload.splitSizes", "must hold whole numbers above 0");
-      to.split.sizes.push_back(size.get<std::uintmax_t>());
-    }
-  }
+  if (inner.Find("folder") == nullptr && inner.Find("zip") == nullptr)
+    section.Refuse("payload", "must name a folder or a zip");
+  ReadSplit(inner, to.split);
   inner.Finish();
 }
 
@@ -82,86 +170,92 @@ std::string Now() {
   return text.data();
 }
 
-void ReadTexts(Section& section, Description& to) {
-  to.windowTitle = section.Text("windowTitle");
-  to.message = section.Text("message");
-  to.centerMessage = section.Flag("centerMessage");
-  to.copyright = section.Text("copyright");
-  ReadUrl(section, to);
-  to.completionUrl = section.Text("completionURL");
-  const std::string address = LowerAscii(to.completionUrl);
-  if (!address.empty() && !address.starts_with("http://") && !address.starts_with("https://"))
-    throw Refusal("completionURL", "must begin with http:// or https://");
-  to.agreement = section.NoteText("agreement");
-  to.info = section.NoteText("info");
-  to.preInstallNotes = section.NoteText("preInstallNotes");
-  to.postInstallNotes = section.NoteText("postInstallNotes");
-  to.logo = ReadPicture(section, "logo");
-  to.picture = ReadPicture(section, "picture");
-  to.background = ReadPicture(section, "background");
-  if (const json* labels = section.Find("labels")) to.labels = ReadLabels(*labels);
+std::string ListOf(const std::vector<Item>& items) {
+  return JoinItems({items.begin(), items.end()});
 }
 
-void ReadTarget(Section& section, Description& to) {
-  constexpr std::array kSystems = {"MacOS10.10", "MacOS10.11", "MacOS10.12", "MacOS10.13", "MacOS10.14",
-                                   "MacOS10.15", "MacOS11.0",  "MacOS11.1",  "MacOS11.2",  "MacOS11.3"};
-  constexpr std::array kMemory = {"250MB", "500MB", "1GB", "2GB", "4GB", "8GB", "16GB", "32GB"};
-  to.targetFolder = section.Text("targetFolder");
-  if (to.targetFolder.empty()) throw Refusal("targetFolder", "must name a folder");
-  CheckFolderName("targetFolder", to.targetFolder);
-  to.applicationFolder = section.Flag("applicationFolder");
-  to.patch = section.Flag("patch");
-  to.promptToReplace = section.Flag("promptToReplace", true);
-  to.minOs = ReadKeyword(section, "minOS", kSystems);
-  to.minRam = ReadKeyword(section, "minRAM", kMemory);
+void ReadLists(Section& section, Description& to) {
+  to.choices = ReadItems(section, "choices", false);
+  to.options = ReadItems(section, "options", true);
+  to.record.fInstallChoices = ListOf(to.choices);
+  to.record.fInstallOptions = ListOf(to.options);
+  if (to.record.fInstallationPatch && !(to.choices.empty() && to.options.empty()))
+    section.Refuse(to.choices.empty() ? "options" : "choices",
+                   "can't be offered by a patch, whose folder is gone when they would come");
 }
 
-// Comments are welcome in a file that people write; a key that comes twice is a slip.
-json ParseJson(const fs::path& file) {
-  std::vector<std::set<std::string>> open;
-  const auto refuseTwins = [&](int, json::parse_event_t event, json& value) {
-    if (event == json::parse_event_t::object_start) open.emplace_back();
-    if (event == json::parse_event_t::object_end) open.pop_back();
-    if (event == json::parse_event_t::key && !open.back().insert(value.get<std::string>()).second)
-      throw Refusal(value.get<std::string>(), "stands twice in one object");
-    return true;
-  };
-  if (!fs::is_regular_file(file)) throw Refusal(file.string(), "is no file");
+// What the archives hold, and what is said of it.
+void CheckArchives(const Description& description, const std::vector<std::string>& actions,
+                   Problems& problems) {
+  std::optional<Contents> payload;
+  if (!description.record.fTargetFolder.empty())
+    payload = ReadContents("payload", description.payload, PayloadFolder(description), problems);
+  for (const auto& [key, items] :
+       {std::pair{"choices", &description.choices}, std::pair{"options", &description.options}})
+    for (std::size_t i = 0; i < items->size(); ++i)
+      ReadContents(key + ("[" + std::to_string(i) + "]"), (*items)[i].archive, "", problems);
+  const std::optional<Contents> cleanup =
+      ReadContents("cleanup.program", description.cleanupProgram, "", problems);
+  if (cleanup && !HoldsBundle(*cleanup))
+    problems.Add("cleanup.program", "holds no application bundle, with its folder Contents");
+  CheckActions(actions, payload, description.record.fInstallationPatch, problems);
+  CheckPrograms(description, payload, problems);
+}
+
+Description ReadAll(Section& section) {
+  Description description;
+  InstallerRecord& record = description.record;
+  ReadTexts(section, record);
+  ReadTarget(section, description);
+  ReadPayload(section, description);
+  ReadLists(section, description);
+  const std::vector<std::string> actions = ReadActions(section);
+  record.fPostCopy = JoinActions(actions);
+  description.before = ReadProgram(section, "executeBefore");
+  description.after = ReadProgram(section, "executeAfter");
+  record.fExecuteBeforeName = description.before.name;
+  record.fExecuteAfterName = description.after.name;
+  ReadCleanup(section, description);
+  record.fTimeStamp = section.Find("timeStamp") != nullptr ? section.Text("timeStamp") : Now();
+  record.fEncryptionLen = section.Number("encryptionLength", 0, INT64_MAX);
+  section.Finish();
+  for (const RecordFault& fault : WriteRecord(record).faults) section.Refuse(fault.field, fault.why);
+  CheckArchives(description, actions, section.Faults());
+  return description;
+}
+
+// Comments are welcome in a file that people write.
+json ParseJson(const fs::path& file, const std::string& text) {
   try {
-    return json::parse(ReadFile("The description", file), refuseTwins, true, true);
+    return json::parse(text, nullptr, true, true);
   } catch (const json::parse_error& error) {
+    // The library's own line and column stand in front of the last ": " but what it has read.
     const std::string message = error.what();
-    throw Refusal(file.string(), "is no JSON: " + message.substr(message.find(']') + 2));
+    const std::size_t column = message.find("column");
+    const std::size_t start = message.find(": ", column == std::string::npos ? 0 : column) + 2;
+    throw Mistakes(Located(file.string(), PlaceAt(text, std::max<std::size_t>(error.byte, 1) - 1),
+                           "This is no JSON: " + message.substr(start) + "."));
   }
 }
 
 }  // namespace
 
 Description ReadDescription(const fs::path& file) {
-  const json parsed = ParseJson(file);
-  Section section(parsed, "", fs::absolute(file).parent_path());
-  Description description;
-  ReadTexts(section, description);
-  ReadTarget(section, description);
-  ReadPayload(section, description);
-  description.choices = ReadItems(section, "choices", false);
-  description.options = ReadItems(section, "options", true);
-  if (description.patch && !(description.choices.empty() && description.options.empty()))
-    throw Refusal(description.choices.empty() ? "options" : "choices",
-                  "can't be offered by a patch, whose folder is gone when they would come");
-  description.actions = ReadActions(section);
-  description.before = ReadProgram(section, "executeBefore");
-  description.after = ReadProgram(section, "executeAfter");
-  ReadCleanup(section, description);
-  description.timeStamp = section.Find("timeStamp") != nullptr ? section.Text("timeStamp") : Now();
-  description.encryptionLength = section.Number("encryptionLength", 0, INT64_MAX);
-  section.Finish();
+  if (!fs::is_regular_file(file)) throw Refusal(file.string(), "is no file");
+  const std::string text = ReadFile("The description", file);
+  const json parsed = ParseJson(file, text);
+  const JsonPlaces places(text);
+  Problems problems;
+  for (const std::string& twin : places.Twins()) problems.Add(twin, "stands twice in one object");
+  Section section(parsed, "", fs::absolute(file).parent_path(), problems);
+  Description description = parsed.is_object() ? ReadAll(section) : Description{};
+  problems.Tell(file, places);
   return description;
 }
 
 std::string PayloadFolder(const Description& description) {
-  const std::string& target = description.targetFolder;
-  return target.substr(target.rfind('/') + 1) + (description.patch ? "Patch" : "");
+  const InstallerRecord& record = description.record;
+  return ViewConst::ExtractFileName(record.fTargetFolder) + (record.fInstallationPatch ? kPatchSuffix : "");
 }
 
 }  // namespace pack

@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "pack/Notes.h"
-#include "pack/Picture.h"
+#include "choices/ItemList.h"
 #include "pack/Scramble.h"
 #include "pack/archive/Compression.h"
+#include "package/InstallerRecord.h"
 
 namespace pack {
 
@@ -22,12 +22,9 @@ struct Source {
   bool Given() const { return !folder.empty() || !zip.empty(); }
 };
 
-/// One row of the choice list or of the option list.
-struct Item {
-  std::string name;
-  std::string source;  ///< as the record has it: the archive's file name in Resources, or a web address
-  std::string target;
-  std::string tip;
+/// One row of the choice list or of the option list. Its `source` is the name that the archive gets in
+/// Resources, or a web address.
+struct Item : ListItem {
   Source archive;  ///< not given for a web address
 };
 
@@ -38,30 +35,16 @@ struct Program {
 };
 
 struct Description {
-  std::string windowTitle, message, copyright, urlAddress, urlText, completionUrl;
-  Note agreement, info, preInstallNotes, postInstallNotes;
-  Picture logo, picture, background;
-  std::vector<std::string> labels;
-  bool centerMessage = false;
-
-  std::string targetFolder;
-  bool applicationFolder = false, patch = false;
-  bool promptToReplace = true;  ///< what stands there is somebody's
-  std::string minOs, minRam;
+  InstallerRecord record;  ///< what the installer will read
   Source payload;
   Split split;
-
   std::vector<Item> choices, options;
-  std::vector<std::string> actions;
   Program before, after;
-  std::int64_t cleanup = 0;
   Source cleanupProgram;
-
-  std::string timeStamp;
-  std::int64_t encryptionLength = 0;
 };
 
-/// Reads the JSON file `file`. Paths in it count from its own folder. Throws Refusal.
+/// Reads the JSON file `file`, and looks at all that it names. Paths in it count from its own folder. Throws
+/// Mistakes with everything that the installer couldn't carry out, or Refusal for no file at all.
 Description ReadDescription(const std::filesystem::path& file);
 
 /// Name of the Payload's one top-level folder: the last name of the target folder, for a patch with "Patch"

@@ -3,72 +3,53 @@
 #include "pack/Labels.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <set>
-#include <string_view>
 
+#include "pack/Nearest.h"
 #include "pack/Refusal.h"
 #include "pack/Section.h"
+#include "package/Labels.h"
 
 namespace pack {
 namespace {
 
 using nlohmann::json;
 
-// By index; the empty ones have no use.
-constexpr std::array<std::string_view, 27> kNames = {"cannotWrite",
-                                                     "quit",
-                                                     "install",
-                                                     "cancel",
-                                                     "ok",
-                                                     "agree",
-                                                     "info",
-                                                     "agreementTitle",
-                                                     "infoTitle",
-                                                     "",
-                                                     "confirmTitle",
-                                                     "targetExists",
-                                                     "deleteTarget",
-                                                     "failed",
-                                                     "folderTitle",
-                                                     "folderSelect",
-                                                     "nextDisc",
-                                                     "",
-                                                     "patchFailed",
-                                                     "inProgress",
-                                                     "",
-                                                     "pleaseWait",
-                                                     "installingOptions",
-                                                     "choiceTitle",
-                                                     "optionsTitle",
-                                                     "preInstallNotesTitle",
-                                                     "postInstallNotesTitle"};
-
 std::size_t IndexOf(const std::string& key) {
-  for (std::size_t i = 0; i < kNames.size(); ++i) {
-    if ((!key.empty() && key == kNames[i]) || key == std::to_string(i)) return i;
+  std::vector<std::string> names;
+  for (const NamedLabel& label : NamedLabels()) {
+    if (key == label.name) return static_cast<std::size_t>(label.id);
+    names.emplace_back(label.name);
   }
-  throw Refusal("labels." + key, "is no label's name and no index from 0 to 26");
+  for (std::size_t i = 0; i < kMostLabels; ++i) {
+    if (key == std::to_string(i)) return i;
+  }
+  throw Refusal("labels." + key, "is no label's name and no index from 0 to 26" + DidYouMean(key, names));
 }
 
 }  // namespace
 
-std::vector<std::string> ReadLabels(const json& json) {
+std::vector<std::string> ReadLabels(const json& json, Problems& problems) {
   std::vector<std::string> labels;
   if (json.is_array()) {
-    if (json.size() > kNames.size()) throw Refusal("labels", "has more than 27 texts");
-    for (const auto& text : json)
-      labels.push_back(TextOf(text, "labels[" + std::to_string(labels.size()) + "]"));
+    if (json.size() > kMostLabels) problems.Add("labels", "has more than 27 texts");
+    labels.resize(std::min(json.size(), kMostLabels));
+    for (std::size_t i = 0; i < labels.size(); ++i)
+      problems.Try([&] { labels[i] = TextOf(json[i], "labels[" + std::to_string(i) + "]"); });
     return labels;
   }
-  if (!json.is_object()) throw Refusal("labels", "must be a list or an object");
+  if (!json.is_object()) problems.Add("labels", "must be a list or an object");
+  if (!json.is_object()) return labels;
   std::set<std::size_t> given;
-  for (const auto& [key, text] : json.items()) {
-    const std::size_t index = IndexOf(key);
-    if (!given.insert(index).second) throw Refusal("labels." + key, "is given both by name and by index");
-    labels.resize(std::max(labels.size(), index + 1));
-    labels[index] = TextOf(text, "labels." + key);
+  for (const auto& row : json.items()) {
+    problems.Try([&] {
+      const std::size_t index = IndexOf(row.key());
+      const std::string name = "labels." + row.key();
+      if (!given.insert(index).second) throw Refusal(name, "is given both by name and by index");
+      labels.resize(std::max(labels.size(), index + 1));
+      labels[index] = TextOf(row.value(), name);
+    });
   }
   return labels;
 }

@@ -6,10 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "pack/Problems.h"
+
 namespace pack {
 
 /// From a list of strings in index order, or an object whose keys are names or indexes ("quit" or "1"). An
 /// empty string keeps the built-in text.
-std::vector<std::string> ReadLabels(const nlohmann::json& json);
+std::vector<std::string> ReadLabels(const nlohmann::json& json, Problems& problems);
 
 }  // namespace pack

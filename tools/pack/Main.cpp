@@ -5,6 +5,7 @@
 #include <csignal>
 #include <exception>
 #include <filesystem>
+#include <functional>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -13,16 +14,20 @@
 #include "pack/Description.h"
 #include "pack/Interrupt.h"
 #include "pack/Progress.h"
+#include "pack/Refusal.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kUsage[] = "Usage: tessarine-pack [--runtime FOLDER] DESCRIPTION.json OUT.app\n";
+constexpr char kUsage[] =
+    "Usage: tessarine-pack [--runtime FOLDER] DESCRIPTION.json OUT.app\n"
+    "       tessarine-pack --check DESCRIPTION.json\n";
 constexpr char kHelp[] =
     "Makes the installer OUT.app from a description.\n"
     "\n"
     "  --runtime FOLDER  where TessarineStub and its helpers are, if not beside tessarine-pack\n"
+    "  --check           says what is wrong with a description, and makes nothing\n"
     "  -h, --help        this text\n"
     "  --version         the version\n"
     "\n"
@@ -74,11 +79,15 @@ std::string Summary(const fs::path& made) {
          (files == 0 ? "" : ", " + pack::Grouped(files) + (files == 1 ? " file" : " files") + " packed");
 }
 
-int Pack(const Arguments& arguments) {
+/// Does it, and tells of what goes wrong; the exit status.
+int Guarded(const std::function<void()>& work) {
   pack::NoteSignals();
   if (::isatty(STDERR_FILENO) == 1) pack::Progress::Current().ShowOn(STDERR_FILENO);
   try {
-    pack::MakeBundle(pack::ReadDescription(arguments.description), arguments.out, arguments.runtime);
+    work();
+  } catch (const pack::Mistakes& mistakes) {
+    std::cerr << mistakes.what() << "\n";
+    return 1;
   } catch (const pack::Interrupted& by) {
     pack::Progress::Current().Clear();
     std::cerr << "tessarine-pack: stopped; nothing was made.\n";
@@ -90,8 +99,15 @@ int Pack(const Arguments& arguments) {
     return 1;
   }
   pack::Progress::Current().Clear();
-  std::cout << Summary(arguments.out) << "\n";
   return std::cout.flush() ? 0 : 1;
+}
+
+int Pack(const Arguments& arguments) {
+  return Guarded([&] {
+    pack::MakeBundle(pack::ReadDescription(arguments.description), arguments.out, arguments.runtime);
+    pack::Progress::Current().Clear();
+    std::cout << Summary(arguments.out) << "\n";
+  });
 }
 
 }  // namespace
@@ -106,6 +122,8 @@ int main(int argc, char** argv) {
     std::cout << "tessarine-pack " TESSARINE_VERSION "\n";
     return 0;
   }
+  if (words.size() == 2 && words[0] == "--check")
+    return Guarded([&] { static_cast<void>(pack::ReadDescription(words[1])); });
   Arguments arguments{{}, {}, fs::read_symlink("/proc/self/exe").parent_path()};
   const std::string wrong = ReadArguments(words, arguments);
   if (wrong.empty()) return Pack(arguments);

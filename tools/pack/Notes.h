@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Agreement, information and notes: long texts, plain or HTML, and the form in which a record stores them.
+// Agreement, information and notes: long texts, plain or HTML.
 #pragma once
 
 #include <string>
@@ -11,9 +11,8 @@ struct Note {
   bool html = false;
 };
 
-/// The note as a field of the record. Plain text in ASCII keeps its words, with "|" for line ends; anything
-/// else takes the marked form, "$HTML$" and hexadecimal UTF-16LE. An HTML note without the tag "<HTML>", by
-/// which the installer knows a page, is wrapped in it; a plain one that holds the tag is refused.
-std::string NoteField(const std::string& field, const Note& note);
+/// The note as the installer tells pages from texts: a page without the tag "<HTML>" is wrapped in it, and a
+/// plain text that holds the tag is refused.
+std::string NoteText(const std::string& field, const Note& note);
 
 }  // namespace pack

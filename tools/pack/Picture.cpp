@@ -4,28 +4,16 @@
 
 #include <png.h>
 
-#include <string_view>
 #include <vector>
 
 #include "pack/Refusal.h"
+#include "util/Strings.h"
 
 namespace pack {
 namespace {
 
 char OverWhite(png_byte value, png_byte alpha) {
   return static_cast<char>((value * alpha + 255 * (255 - alpha) + 127) / 255);
-}
-
-std::string HexDigits(const std::string& bytes) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  std::string out;
-  out.reserve(bytes.size() * 2);
-  for (const char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
-    out += kDigits[byte >> 4];
-    out += kDigits[byte & 0xF];
-  }
-  return out;
 }
 
 // The library's image holds memory of its own until it is freed.
@@ -57,23 +45,8 @@ Picture LoadPng(const std::string& field, const std::filesystem::path& file) {
   return picture;
 }
 
-std::string ShortenRuns(const std::string& digits) {
-  std::string out;
-  for (std::size_t i = 0; i < digits.size();) {
-    std::size_t end = digits.find_first_not_of(digits[i], i);
-    if (end == std::string::npos) end = digits.size();
-    std::string run(1, digits[i]);
-    run.append("[").append(std::to_string(end - i)).append("]");
-    out += run.size() < end - i ? run : digits.substr(i, end - i);
-    i = end;
-  }
-  return out;
-}
-
-std::string PictureField(const Picture& picture) {
-  if (picture.rgb.empty()) return "";
-  return ShortenRuns(HexDigits(picture.rgb)) + "," + std::to_string(picture.width) + "," +
-         std::to_string(picture.height);
+std::string PixelString(const Picture& picture) {
+  return PixelStringShorten(ViewConst::HexFromBytes(picture.rgb));
 }
 
 }  // namespace pack

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "base/Scramble.h"
 #include "pack/Interrupt.h"
 #include "pack/Refusal.h"
 
@@ -17,11 +18,6 @@ namespace fs = std::filesystem;
 constexpr std::size_t kBufferSize = 1 << 20;
 constexpr std::size_t kMostPieces = 999;
 
-void AddAtOddPositions(std::string& bytes, std::uintmax_t position) {
-  for (std::size_t i = position % 2 == 0 ? 1 : 0; i < bytes.size(); i += 2)
-    bytes[i] = static_cast<char>(static_cast<unsigned char>(bytes[i]) + 1);
-}
-
 // Moves `size` bytes, which begin at `position` of the whole stream.
 void ScramblePiece(std::ifstream& in, const fs::path& to, std::uintmax_t position, std::uintmax_t size) {
   std::ofstream out(to, std::ios::binary | std::ios::trunc);
@@ -31,7 +27,7 @@ void ScramblePiece(std::ifstream& in, const fs::path& to, std::uintmax_t positio
     if (!in.read(buffer.data(), static_cast<std::streamsize>(buffer.size())))
       throw std::runtime_error("The archive can't be read back.");
     CheckInterrupted();
-    AddAtOddPositions(buffer, position + done);
+    ScrambleBytes(buffer.data(), buffer.size(), position + done);
     out.write(buffer.data(), static_cast<std::streamsize>(buffer.size()));
   }
   out.close();
@@ -41,7 +37,7 @@ void ScramblePiece(std::ifstream& in, const fs::path& to, std::uintmax_t positio
 }  // namespace
 
 std::string Scramble(std::string clear) {
-  AddAtOddPositions(clear, 0);
+  ScrambleBytes(clear.data(), clear.size(), 0);
   return clear;
 }
 

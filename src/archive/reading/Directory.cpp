@@ -110,8 +110,7 @@ class Reader {
       entry.kind = Kind::Folder;
       entry.name.remove_suffix(1);
     }
-    constexpr std::string_view kMetadata = "__MACOSX";
-    entry.leftOut = entry.name.substr(0, entry.name.find('/')) == kMetadata;
+    entry.leftOut = entry.name.substr(0, entry.name.find('/')) == kMetadataFolder;
     return {};
   }
 

@@ -14,6 +14,8 @@ namespace archive {
 
 constexpr std::size_t kLongestComponent = 255;
 constexpr std::size_t kLongestPath = 4095;
+/// What lies in a top-level folder of this name is left out.
+constexpr std::string_view kMetadataFolder = "__MACOSX";
 
 /// How an entry stores its name.
 struct StoredName {

@@ -24,22 +24,6 @@ std::string Resolved(const std::string& path) {
   return error ? path : resolved.string();
 }
 
-/// What the file hierarchy standard puts into the root, /usr, /usr/local and /var.
-bool IsOfTheSystem(const std::string& place) {
-  static const std::set<std::string_view> kRoot{
-      "bin",   "boot", "dev", "etc",          "home",    "lib",    "lib32", "lib64",  "libx32",
-      "media", "mnt",  "opt", "proc",         "root",    "run",    "sbin",  "srv",    "sys",
-      "tmp",   "usr",  "var", "Applications", "Library", "System", "Users", "Volumes"};
-  static const std::set<std::string_view> kInner{
-      "bin",  "cache", "etc",  "games", "include", "lib", "lib32", "lib64", "libexec", "libx32", "local",
-      "lock", "log",   "mail", "man",   "opt",     "run", "sbin",  "share", "spool",   "src",    "tmp"};
-  const std::size_t slash = place.rfind('/');
-  const std::string_view name = std::string_view(place).substr(slash + 1);
-  const std::string parent = place.substr(0, slash);
-  if (parent.empty()) return kRoot.contains(name);
-  return (parent == "/usr" || parent == "/usr/local" || parent == "/var") && kInner.contains(name);
-}
-
 /// The folders that the user's directories file names; see xdg-user-dirs.
 void AddUserFolders(const std::string& home, KeptFolders& folders) {
   for (const char* name :
@@ -57,6 +41,21 @@ void AddUserFolders(const std::string& home, KeptFolders& folders) {
 }
 
 }  // namespace
+
+bool IsFolderOfTheSystem(const std::string& place) {
+  static const std::set<std::string_view> kRoot{
+      "bin",   "boot", "dev", "etc",          "home",    "lib",    "lib32", "lib64",  "libx32",
+      "media", "mnt",  "opt", "proc",         "root",    "run",    "sbin",  "srv",    "sys",
+      "tmp",   "usr",  "var", "Applications", "Library", "System", "Users", "Volumes"};
+  static const std::set<std::string_view> kInner{
+      "bin",  "cache", "etc",  "games", "include", "lib", "lib32", "lib64", "libexec", "libx32", "local",
+      "lock", "log",   "mail", "man",   "opt",     "run", "sbin",  "share", "spool",   "src",    "tmp"};
+  const std::size_t slash = place.rfind('/');
+  const std::string_view name = std::string_view(place).substr(slash + 1);
+  const std::string parent = place.substr(0, slash);
+  if (parent.empty()) return kRoot.contains(name);
+  return (parent == "/usr" || parent == "/usr/local" || parent == "/var") && kInner.contains(name);
+}
 
 void KeptFolders::Add(const std::string& path) {
   if (!path.starts_with('/')) return;
@@ -95,7 +94,7 @@ std::string ReasonToStay(const std::string& path, const KeptFolders& kept) {
   const std::string folder = Resolved(path.substr(0, path.rfind('/') + 1));
   const std::string place = (folder == "/" ? "" : folder) + "/" + name;
   if (kept.IsOrHolds(path) || kept.IsOrHolds(place)) return "it is or holds what must stay";
-  if (!S_ISREG(item.st_mode) && IsOfTheSystem(place)) return "it is a folder of the system's";
+  if (!S_ISREG(item.st_mode) && IsFolderOfTheSystem(place)) return "it is a folder of the system's";
   if (IsMountPoint(AT_FDCWD, path.c_str())) return "it is a mounted file system";
   if (!S_ISDIR(item.st_mode)) return "";
   const std::vector<std::string> mounted = MountPoints();

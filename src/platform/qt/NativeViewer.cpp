@@ -6,9 +6,9 @@
 #include <QTextBoundaryFinder>
 #include <algorithm>
 
-#include "platform/Blanks.h"
+#include "base/Blanks.h"
+#include "base/WebAddress.h"
 #include "platform/Machine.h"
-#include "platform/desktop/WebAddress.h"
 
 namespace {
 

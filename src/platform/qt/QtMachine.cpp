@@ -13,9 +13,9 @@
 #include <QUrl>
 #include <QWindow>
 
+#include "base/WebAddress.h"
 #include "platform/Application.h"
 #include "platform/desktop/Launch.h"
-#include "platform/desktop/WebAddress.h"
 #include "platform/desktop/X11Reader.h"
 #include "platform/posix/Process.h"
 #include "platform/posix/SystemFacts.h"

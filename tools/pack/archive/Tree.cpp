@@ -2,7 +2,9 @@
 // The walk over a folder.
 #include "pack/archive/Tree.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -14,8 +16,9 @@
 #include <system_error>
 #include <utility>
 
+#include "archive/Result.h"
+#include "base/Encoding.h"
 #include "pack/Refusal.h"
-#include "pack/Text.h"
 
 namespace pack {
 namespace {
@@ -27,7 +30,7 @@ constexpr std::size_t kLongestName = 65535;  // what its length in a header can 
 struct stat FactsOf(const fs::path& path) {
   struct stat facts {};
   if (::lstat(path.c_str(), &facts) != 0)
-    throw fs::filesystem_error("lstat", path, std::error_code(errno, std::generic_category()));
+    throw Refusal(path.string(), "can't be looked at: " + std::generic_category().message(errno));
   return facts;
 }
 
@@ -56,13 +59,16 @@ TreeItem MakeItem(const std::string& field, std::string name, const fs::path& pa
     item.kind = Kind::kLink;
     item.target = fs::read_symlink(path).string();
   } else if (S_ISREG(facts.st_mode)) {
+    if (::faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) != 0)
+      throw Refusal(field, "holds a file that can't be read: " + path.string());
     item.size = static_cast<std::uint64_t>(facts.st_size);
   } else {
     throw Refusal(field, "holds something that is no file, folder or link: " + path.string());
   }
   if (item.name.size() > kLongestName)
     throw Refusal(field, "holds a path that is too long for an archive: " + path.string());
-  if (!DecodeUtf8(item.name)) throw Refusal(field, "holds a name that is no UTF-8 text: " + path.string());
+  if (!IsUtf8(item.name))
+    throw Refusal(field, "holds a name that is no UTF-8 text: " + archive::Quoted(path.string()));
   item.mode = facts.st_mode & (S_IFMT | 0777);
   item.modified = facts.st_mtim;
   item.stated = std::min<std::time_t>(facts.st_mtim.tv_sec, LatestTime());
@@ -70,21 +76,34 @@ TreeItem MakeItem(const std::string& field, std::string name, const fs::path& pa
 }
 
 void AddContent(const std::string& field, const fs::path& folder, const std::string& prefix,
-                std::vector<TreeItem>& to) {
-  for (const auto& entry : fs::directory_iterator(folder)) {
-    to.push_back(MakeItem(field, prefix + entry.path().filename().string(), entry.path()));
-    const std::string name = to.back().name;
-    if (to.back().kind == Kind::kFolder) AddContent(field, entry.path(), name, to);
+                std::vector<TreeItem>& to, Problems& problems) {
+  std::error_code error;
+  for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+    const fs::path path = entry->path();
+    TreeItem item;
+    if (!problems.Try([&] { item = MakeItem(field, prefix + path.filename().string(), path); })) continue;
+    to.push_back(item);
+    if (item.kind == Kind::kFolder) AddContent(field, path, item.name, to, problems);
   }
+  if (error) problems.Add(field, "holds a folder that can't be read: " + folder.string());
 }
 
 }  // namespace
 
-std::vector<TreeItem> ListTree(const std::string& field, const fs::path& folder, const std::string& top) {
+std::vector<TreeItem> ListTree(const std::string& field, const fs::path& folder, const std::string& top,
+                               Problems& problems) {
   std::vector<TreeItem> items;
-  if (!top.empty()) items.push_back(MakeItem(field, top, folder / "."));
-  AddContent(field, folder, top.empty() ? "" : top + "/", items);
+  if (!top.empty() && !problems.Try([&] { items.push_back(MakeItem(field, top, folder / ".")); }))
+    return items;
+  AddContent(field, folder, top.empty() ? "" : top + "/", items, problems);
   std::sort(items.begin(), items.end(), [](const TreeItem& a, const TreeItem& b) { return a.name < b.name; });
+  return items;
+}
+
+std::vector<TreeItem> ListTree(const std::string& field, const fs::path& folder, const std::string& top) {
+  Problems problems;
+  std::vector<TreeItem> items = ListTree(field, folder, top, problems);
+  problems.ThrowFirst();
   return items;
 }
 

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "pack/Problems.h"
+
 namespace pack {
 
 enum class Kind { kFolder, kLink, kFile };
@@ -24,8 +26,11 @@ struct TreeItem {
 };
 
 /// All that `folder` holds, below the one top-level folder `top` or at the top where `top` is empty, in the
-/// order of the names' bytes: a folder comes before its content. Refuses what is no file, folder or link, and
-/// names that an archive can't hold.
+/// order of the names' bytes: a folder comes before its content. What can't be packed is left out and goes to
+/// `problems`: what is no file, folder or link, what can't be read, and names that an archive can't hold.
+std::vector<TreeItem> ListTree(const std::string& field, const std::filesystem::path& folder,
+                               const std::string& top, Problems& problems);
+/// The same; throws the first of them.
 std::vector<TreeItem> ListTree(const std::string& field, const std::filesystem::path& folder,
                                const std::string& top);
 

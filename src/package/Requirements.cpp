@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "session/Requirements.h"
+#include "package/Requirements.h"
 
 #include "util/Strings.h"
 
@@ -12,6 +12,10 @@ struct Version {
 
 constexpr Version kVersions[] = {{10, 10}, {10, 11}, {10, 12}, {10, 13}, {10, 14},
                                  {10, 15}, {11, 0},  {11, 1},  {11, 2},  {11, 3}};
+
+std::string NumberOf(const Version& version) {
+  return std::to_string(version.major) + "." + std::to_string(version.minor);
+}
 
 struct Memory {
   const char* keyword;
@@ -33,7 +37,7 @@ bool IsTooOld(const Version& required, std::int64_t major, std::int64_t minor) {
 
 std::string VersionComplaint(const std::string& keyword, std::int64_t major, std::int64_t minor) {
   for (const Version& row : kVersions) {
-    const std::string number = std::to_string(row.major) + "." + std::to_string(row.minor);
+    const std::string number = NumberOf(row);
     if (ViewConst::NonCaseMatch(keyword, "MacOS" + number))
       return IsTooOld(row, major, minor) ? "Mac OS X " + number + " or later is required." : "";
   }
@@ -46,4 +50,16 @@ std::string MemoryComplaint(const std::string& keyword, std::int64_t megabytes) 
       return megabytes < row.megabytes ? std::string(row.amount) + " RAM is required." : "";
   }
   return "";
+}
+
+std::vector<std::string> VersionKeywords() {
+  std::vector<std::string> keywords;
+  for (const Version& row : kVersions) keywords.push_back("MacOS" + NumberOf(row));
+  return keywords;
+}
+
+std::vector<std::string> MemoryKeywords() {
+  std::vector<std::string> keywords;
+  for (const Memory& row : kMemories) keywords.emplace_back(row.keyword);
+  return keywords;
 }

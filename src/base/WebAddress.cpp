@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "platform/desktop/WebAddress.h"
+#include "base/WebAddress.h"
 
 #include <strings.h>
 
 #include <algorithm>
 
-#include "platform/Blanks.h"
+#include "base/Blanks.h"
 
 std::string WebAddressOf(std::string_view text) {
   std::string address = WithoutBlanksAround(text);
