@@ -12,6 +12,7 @@ namespace {
 
 std::string Reason(int error) {
   if (error == 0) return "the file ends too early";
+  if (error == ECANCELED) return "the expansion was stopped";
   return error == EBADMSG ? "what is packed there is damaged" : std::strerror(error);
 }
 

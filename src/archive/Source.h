@@ -12,6 +12,8 @@ class Source {
  public:
   virtual ~Source() = default;
   std::uint64_t Size() const { return fSize; }
+  /// Whether all of it may be gone through for the sake of a better sentence.
+  virtual bool IsCheap() const { return true; }
   /// Reads all of `length` bytes; false where the source ends before or the system refuses (errno says
   /// why; 0 for an early end).
   [[nodiscard]] virtual bool ReadAt(std::uint64_t offset, void* to, std::size_t length) const = 0;

@@ -21,24 +21,19 @@ TEST(CleanupOrder, NamesOneAbsolutePath) {
 
 TEST(CleanupOrder, SparesTheRootDisksAndTheFoldersOfUsersAndTheSystem) {
   const TemporaryTree tree;
-  tree.Write("users/me/file", "");
-  tree.Write("users/other.app/file", "");
+  for (const char* file : {"users/me/file", "users/other.app/file"}) tree.Write(file, "");
   tree.Link("link", tree.Path("users"));
   tree.Link("users/linked", tree.Path("users/other.app"));
   tree.Link("users/my.app", tree.Path("users/me"));
   KeptFolders kept;
-  for (const std::string& folder :
-       {std::string("/"), std::string(), tree.Path("users/me/"), tree.Path("users/linked")})
+  for (const std::string& folder : {std::string("/"), tree.Path("users/me/"), tree.Path("users/linked")})
     kept.Add(folder);
-  EXPECT_EQ(ReasonToStay(tree.Path("users/me/file"), kept), "");
-  EXPECT_EQ(ReasonToStay(tree.Path("link"), kept), "") << "the link itself goes, not what it leads to";
-  EXPECT_EQ(ReasonToStay(tree.Path("users/my.app"), kept), "");
-  EXPECT_EQ(ReasonToStay(tree.Path("missing"), kept), "") << "nothing is lost";
-  for (const std::string& path :
-       {tree.Path("users/me"), tree.Path("users"), tree.Path("link/me"), tree.Path("users/linked"),
-        tree.Path("users/other.app"), tree.Path("users/me/."), std::string("/"), std::string(),
-        std::string("a"), std::string("/proc"), std::string("/usr"), std::string("/usr/share"),
-        std::string("/opt")})
+  // A link itself goes, not what it leads to.
+  for (const char* path : {"users/me/file", "link", "users/my.app", "missing"})
+    EXPECT_EQ(ReasonToStay(tree.Path(path), kept), "") << path;
+  for (const char* path : {"users/me", "users", "link/me", "users/linked", "users/other.app", "users/me/."})
+    EXPECT_NE(ReasonToStay(tree.Path(path), kept), "") << path;
+  for (const char* path : {"/", "", "a", "/proc", "/usr", "/usr/share", "/opt"})
     EXPECT_NE(ReasonToStay(path, kept), "") << path;
   KeptFolders everybodys;
   everybodys.AddEverybodys();

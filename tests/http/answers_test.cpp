@@ -13,29 +13,22 @@ TEST_F(Answers, AnyWholeAnswerIsAPageAndNoOtherIs) {
   const std::string zipped("\x1f\x8b\x08\0\0\0\0\0\0\x03\xcb\x48\xcd\xc9\xc9\x07\0\x86\xa6\x10\x36\x05\0\0\0",
                            25);
   const std::string chunked = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\nhello\r\n";
-  const std::string kCut = "HTTP/1.1 200 OK\r\nContent-Length: 6\r\n\r\nhello";
   const std::string kLogin = "-Authenticate: Basic realm=\"x\"\r\n";
   const std::tuple<const char*, Reply, std::string> rows[] = {
       {"/plain", {Page("200 OK", "hello")}, "200 hello\n"},
       {"/empty", {.bytes = Page("200 OK", ""), .end = Reply::Hang}, "200 \n"},
-      {"/large", {.bytes = Page("200 OK", large), .end = Reply::Hang}, "200 " + large + "\n"},
       {"/unstated", {"HTTP/1.0 200 OK\r\n\r\n" + large}, "200 " + large + "\n"},
       {"/none", {Page("404 Not Found", "no")}, "404 no\n"},
-      {"/largenone", {Page("404 Not Found", large)}, "404 " + large + "\n"},
       {"/secret", {Page("401 Unauthorized", "who?", "WWW" + kLogin)}, "401 who?\n"},
-      {"/bad", {Page("400 Bad Request", "eh")}, "400 eh\n"},
       {"/proxy", {Page("407 Proxy", "who?", "Proxy" + kLogin)}, "407 who?\n"},
-      {"/teapot", {Page("418 Teapot", "tea")}, "418 tea\n"},
-      {"/gateway", {Page("502 Bad Gateway", "up")}, "502 up\n"},
       {"/broken", {Page("500 Internal Server Error", "oh")}, "500 oh\n"},
       {"/moved", {Page("302 Found", "nothing here", "Location: /plain\r\n")}, "200 hello\n"},
       {"/circle", {Page("302 Found", "", "Location: /circle\r\n")}, "error\n"},
       {"/disk", {Page("302 Found", "", "Location: file:///etc/passwd\r\n")}, "error\n"},
       {"/zipped", {Page("200 OK", zipped, "Content-Encoding: gzip\r\n")}, "200 " + zipped + "\n"},
       {"/chunks", {chunked + "6\r\n world\r\n0\r\n\r\n"}, "200 hello world\n"},
-      {"/cut", {kCut}, "error\n"},
+      {"/cut", {"HTTP/1.1 200 OK\r\nContent-Length: 6\r\n\r\nhello"}, "error\n"},
       {"/nonecut", {"HTTP/1.1 404 Not Found\r\nContent-Length: 6\r\n\r\nhello"}, "error\n"},
-      {"/reset", {.bytes = kCut, .end = Reply::Reset}, "error\n"},
       {"/silence", {""}, "error\n"},
   };
   for (const auto& [target, reply, events] : rows) fServer.Answer(target, reply);
@@ -51,15 +44,9 @@ TEST_F(Answers, AnyWholeAnswerIsAPageAndNoOtherIs) {
 }
 
 TEST_F(Answers, NoServerNoPage) {
-  std::string closed;
-  {
-    const ScriptedServer gone;
-    closed = gone.Address("/");
-  }
-  const std::string file = "file://" + fTree.Write("file", "hello");
-  for (const std::string& address :
-       {closed, file, std::string("http://nowhere.invalid/"), std::string("ftp://127.0.0.1/"),
-        std::string("http:///x"), std::string()}) {
+  const std::string closed = ScriptedServer().Address("/");
+  for (const std::string& address : {closed, "file://" + fTree.Write("file", "hello"),
+                                     std::string("http://nowhere.invalid/"), std::string("http:///x")}) {
     Listener listener;
     EXPECT_EQ(Events(listener, address), "error\n") << address;
     EXPECT_NE(listener.fReason, "") << address;
@@ -75,15 +62,11 @@ TEST_F(Answers, OnlyACertificateThatTheSystemTrustsForThisHostIsTaken) {
   QSslConfiguration tls;
   tls.setLocalCertificate(QSslCertificate::fromPath(QString::fromStdString(fTree.Path("certificate"))).at(0));
   tls.setPrivateKey(QSslKey(QByteArray::fromStdString(fTree.Read("key")), QSsl::Ec));
-  ScriptedServer server(tls);
-  ScriptedServer doubtful(tls);
+  ScriptedServer server(tls), doubtful(tls);
   server.Answer("/", {Page("200 OK", "hello")});
-  const std::string large(3'000'000, 'x');
-  server.Answer("/large", {"HTTP/1.1 200 OK\r\n\r\n" + large});
   server.Answer("/down", {Page("302 Found", "", "Location: " + fServer.Address("/") + "\r\n")});
   fServer.Answer("/", {Page("200 OK", "plain")});
   fServer.Answer("/up", {Page("301 Moved", "", "Location: " + server.Address("/") + "\r\n")});
-
   EXPECT_EQ(Events(doubtful.Address("/")), "error\n") << "nobody vouches for it";
   EXPECT_TRUE(doubtful.TakeRequests().empty());
 
@@ -91,9 +74,8 @@ TEST_F(Answers, OnlyACertificateThatTheSystemTrustsForThisHostIsTaken) {
   QSslConfiguration trusting = usual;
   trusting.addCaCertificate(tls.localCertificate());
   QSslConfiguration::setDefaultConfiguration(trusting);
-  EXPECT_EQ(Events(server.Address("/")), "200 hello\n");
-  EXPECT_TRUE(Events(server.Address("/large")) == "200 " + large + "\n");
-  EXPECT_EQ(Events(fServer.Address("/up")), "200 hello\n");
+  for (const std::string& address : {server.Address("/"), fServer.Address("/up")})
+    EXPECT_EQ(Events(address), "200 hello\n");
   EXPECT_EQ(Events(server.Address("/down")), "error\n");
   EXPECT_EQ(Events(server.Address("/", "localhost")), "error\n") << "not the name in the certificate";
   QSslConfiguration::setDefaultConfiguration(usual);
@@ -102,14 +84,12 @@ TEST_F(Answers, OnlyACertificateThatTheSystemTrustsForThisHostIsTaken) {
 TEST_F(Answers, ContentIsBoundedByHalfTheMemory) {
   fMachine.fMemory = 2;
   const std::string most(1'000'000, 'x');
-  const std::string endless = "HTTP/1.1 200 OK\r\n\r\n" + most.substr(0, 65'536);
+  const std::string kHead = "HTTP/1.1 200 OK\r\n";
   const std::tuple<const char*, Reply, std::string> rows[] = {
       {"/most", {Page("200 OK", most)}, "200 " + most + "\n"},
-      {"/more", {"HTTP/1.1 200 OK\r\n\r\n" + most + "x"}, "error\n"},
-      {"/stated",
-       {.bytes = "HTTP/1.1 200 OK\r\nContent-Length: 1000001\r\n\r\nx", .end = Reply::Hang},
-       "error\n"},
-      {"/endless", {.bytes = endless, .endless = true}, "error\n"},
+      {"/more", {kHead + "\r\n" + most + "x"}, "error\n"},
+      {"/stated", {.bytes = kHead + "Content-Length: 1000001\r\n\r\nx", .end = Reply::Hang}, "error\n"},
+      {"/endless", {.bytes = kHead + "\r\n" + most, .endless = true}, "error\n"},
   };
   for (const auto& [target, reply, events] : rows) {
     fServer.Answer(target, reply);

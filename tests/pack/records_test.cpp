@@ -23,8 +23,8 @@ class RecordsTest : public Workshop {
 
 TEST_F(RecordsTest, TheSmallestPackageHasAllFields) {
   ASSERT_EQ("", Pack());
-  // T, 0, four empty ones, 0, two empty ones, 0, 0, an empty one; every second byte raised by one.
-  EXPECT_EQ("T%|\1770%|\177$}~%|\177$}~%|\1770%|\177$}~%|\1770%|\1770%|\177", Resource("Data"));
+  // T, 0, four empty ones, 1, two empty ones, 0, 0, an empty one; every second byte raised by one.
+  EXPECT_EQ("T%|\1770%|\177$}~%|\177$}~%|\1771%|\177$}~%|\1770%|\1770%|\177", Resource("Data"));
   EXPECT_EQ(Separators(6) + "Lamp" + Separators(6) + "0" + Separators(17) + "0", Resource("TextData"));
 }
 

@@ -185,7 +185,7 @@ TEST_F(Packing, WhatIsBeyond32BitsGoesIntoTheExtraField) {
   TreeItem item;
   item.name = "n";
   item.mode = 0100644;
-  item.modified.tv_sec = 0x12345678;  // 1979-09-05
+  item.stated = 0x12345678;  // 1979-09-05
   ZipEntry entry{&item, kStored, 0xAABBCCDD, 0x123456789, 0x123456789, 0x223456789};
   const std::string sizes = "\x89\x67\x45\x23\x01\0\0\0\x89\x67\x45\x23\x01\0\0\0"s;
   const std::string time = "UT\x05\0\x01\x78\x56\x34\x12"s;

@@ -49,9 +49,12 @@ TEST_F(Replacing, TheNewOneStandsAndNothingIsLeft) {
 
 TEST_F(Replacing, HiddenFoldersGoWithTheirRunWhereverTheyAre) {
   fTree.Folder("chosen");
+  const std::optional<UnnamedFile> file = UnnamedFile::Make(Item("chosen"));
+  for (const char* text : {"longer", "text"}) ASSERT_TRUE(BinaryStream::Create(file->Item())->Write(text));
+  EXPECT_EQ(BinaryStream::Open(file->Item())->ReadAll(), "text");
+  EXPECT_EQ(fTree.Look("chosen"), Contents{}) << "a file without a name";
   {
     const std::optional<PrivateFolder> place = PrivateFolder::Make(Item("chosen"));
-    ASSERT_TRUE(place && place->InPlace());
     EXPECT_EQ(place->Item().Permissions(), 0700U);
     PrivateFolder::TidyUp(Item("chosen"));
     EXPECT_TRUE(place->InPlace()) << "a run that lives keeps its own";
@@ -62,15 +65,6 @@ TEST_F(Replacing, HiddenFoldersGoWithTheirRunWhereverTheyAre) {
   }
   EXPECT_EQ(fTree.Look("moved"), Contents{});
   EXPECT_EQ(fTree.Look("chosen").size(), 2U);
-}
-
-TEST_F(Replacing, AnUnnamedFileIsWrittenAndReadUnderNoName) {
-  fTree.Folder("chosen");
-  const std::optional<UnnamedFile> file = UnnamedFile::Make(Item("chosen"));
-  ASSERT_TRUE(file);
-  for (const char* text : {"longer", "text"}) ASSERT_TRUE(BinaryStream::Create(file->Item())->Write(text));
-  EXPECT_EQ(BinaryStream::Open(file->Item())->ReadAll(), "text");
-  EXPECT_EQ(fTree.Look("chosen"), Contents{});
 }
 
 TEST_F(Replacing, WhatCannotGoIsKnownBefore) {
@@ -88,4 +82,6 @@ TEST_F(Replacing, WhatCannotGoIsKnownBefore) {
   for (const char* item : {"own", "sticky/own", "empty"}) EXPECT_TRUE(looks(item)) << item;
   for (const char* item : {"sticky", "sticky/theirs", "foreign"}) EXPECT_FALSE(looks(item)) << item;
   EXPECT_EQ(Item("own").RoomTaken().items, 3U);
+  EXPECT_EQ(Item("empty").MoveFileTo(Item("foreign")), FolderItem::Moved::No);
+  EXPECT_TRUE(fTree.Has("foreign/file") && fTree.Has("empty/inner"));
 }

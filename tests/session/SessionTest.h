@@ -33,6 +33,16 @@ class SessionTest : public MachineTest {
     fTree.Write(In(folder, "Demo/content"), bytes);
   }
 
+  /// "@" is the case's folder.
+  std::string Here(QString text) const {
+    return text.replace("@", QString::fromStdString(fTree.Path())).toStdString();
+  }
+  /// While a run goes on.
+  static QWidget* MainWindow() {
+    for (QWidget* window : QApplication::topLevelWidgets())
+      if (window->findChild<QWidget*>(kMain) != nullptr) return window;
+    return nullptr;
+  }
   void Expect(Step step) { fScript.Expect(std::move(step)); }
   void ExpectInstallPressed() { Expect({.window = kMain, .press = "InstallBtn"}); }
 

@@ -1,6 +1,21 @@
 // SPDX-License-Identifier: MIT
 // From the start to the dressed window, and out again.
+#include "session/Requirements.h"
 #include "session/SessionTest.h"
+
+TEST(Requirements, AreMetAtTheirThreshold) {
+  const std::tuple<std::string, int, int, bool> rows[] = {
+      {"macos10.12", 10, 12, true}, {"MacOS10.12", 10, 11, false}, {"MacOS10.12", 12, 0, true},
+      {"MacOS10.12", 0, 0, true},   {"MacOS11.1", 0, 0, false},    {"MacOS11.1", 11, 0, false},
+      {"MacOS11.1", 12, 0, true},   {"MacOS12.0", 1, 0, true}};
+  for (const auto& [keyword, major, minor, met] : rows)
+    EXPECT_EQ(VersionComplaint(keyword, major, minor),
+              met ? "" : "Mac OS X " + keyword.substr(5) + " or later is required.")
+        << keyword << major;
+  EXPECT_EQ(MemoryComplaint("1gb", 1000), "");
+  EXPECT_EQ(MemoryComplaint("1GB", 999), "1 GB RAM is required.");
+  EXPECT_EQ(MemoryComplaint("3GB", 1), "");
+}
 
 class Startup : public SessionTest {};
 
@@ -8,30 +23,20 @@ TEST_F(Startup, WithoutARecordTheUserIsToldAndTheRunEnds) {
   fPackage.textData[6] = "|||||||||||||other words";
   fPackage.Write(fTree, "media/Setup.app");
   const std::string record = fTree.Write("media/Setup.app/Contents/Resources/Data", "");
-  fScript.ExpectMessage("Installation Failed");
-  RunFromDisk("an empty record");
-  fs::resize_file(record, std::uintmax_t{1} << 40);
-  fScript.ExpectMessage("Installation Failed");
-  RunFromDisk("more than the memory holds");
-  fs::remove(record);
-  Expect({.window = "MessageBox", .text = "Installation Failed", .close = true});
-  RunFromDisk("none");
-  fMachine.fExecutable = fTree.Path("nowhere/Setup.app/Contents/MacOS/Stub");
-  fScript.ExpectMessage("Installation Failed");
-  RunFromDisk("no bundle");
-}
-
-TEST_F(Startup, WhatStandsInThePlaceOfTheApplicationsIsTold) {
-  for (const bool link : {false, true}) {
-    fs::remove_all(fTree.Path("Applications"));
-    if (link)
-      fTree.Link("Applications", "nowhere");
-    else
-      fTree.Write("Applications", "a file");
-    fScript.ExpectMessage("Cannot Install\n\nFILE ALREADY EXISTS.\n\nA file already exists at this path: " +
-                          fTree.Path("Applications"));
-    RunInVain();
+  const std::pair<const char*, std::function<void()>> rows[] = {
+      {"an empty record", [] {}},
+      {"more than the memory holds", [&] { fs::resize_file(record, std::uintmax_t{1} << 40); }},
+      {"none", [&] { fs::remove(record); }}};
+  for (const auto& [why, prepare] : rows) {
+    prepare();
+    fScript.ExpectMessage("Installation Failed");
+    RunFromDisk(why);
   }
+  fs::remove_all(fTree.Path("Applications"));
+  fTree.Write("Applications", "a file");
+  fScript.ExpectMessage("Cannot Install\n\nFILE ALREADY EXISTS.\n\nA file already exists at this path: " +
+                        fTree.Path("Applications"));
+  RunInVain();
 }
 
 /// A picture as the record holds it, of pixels by their letters: red, green, blue, black, white.
@@ -56,21 +61,12 @@ static std::string Pixels(const QImage& seen, int x, int y, int count) {
   return pixels;
 }
 
-static auto CountOf(char letter, const QImage& seen, const QRect& place) {
-  std::ptrdiff_t count = 0;
-  for (int y = place.top(); y <= place.bottom(); ++y) {
-    const std::string row = Pixels(seen, place.x(), y, place.width());
-    count += std::count(row.begin(), row.end(), letter);
-  }
-  return count;
-}
-
 TEST_F(Startup, AWindowWithoutDressIsWhitePaperAndCloses) {
   Expect({.window = kMain, .look = [](QWidget& window) {
             EXPECT_EQ(window.windowTitle(), "Install");
             EXPECT_EQ(Shown(window),
                       (Texts{{"InstallBtn", "Install"}, {"MessageLabel", ""}, {"QuitBtn", "Quit"}}));
-            EXPECT_EQ(CountOf('w', window.grab().toImage(), {0, 0, 396, 190}), 396 * 190);
+            EXPECT_EQ(Pixels(window.grab().toImage(), 0, 100, 396), std::string(396, 'w'));
             for (QAction* action : window.actions())
               if (action->objectName() == "FileQuit") action->trigger();
           }});
@@ -92,14 +88,15 @@ TEST_F(Startup, TheWindowIsDressedAsThePackageSays) {
             EXPECT_EQ(window.windowTitle(), "<i>Demo</i> & 2");
             Texts texts = Shown(window);
             texts["InfoBtn"] = Find<QPushButton>(window, "InfoBtn").accessibleName().toStdString();
-            EXPECT_EQ(texts, (Texts{{"CopyrightLabel", "\u00A9 Me"},
-                                    {"InfoBtn", information},
-                                    {"InstallBtn", "Go && do"},
-                                    {"LogoCanvas", ""},
-                                    {"MessageLabel", "<b>Hi</b> & caf\u00E9 Gr\u00FC\u00DF"},
-                                    {"PictureCanvas", ""},
-                                    {"QuitBtn", " "},
-                                    {"URLLabel", "example.org"}}));
+            const Texts dress = {{"CopyrightLabel", "\u00A9 Me"},
+                                 {"InfoBtn", information},
+                                 {"LogoCanvas", ""},
+                                 {"InstallBtn", "Go && do"},
+                                 {"MessageLabel", "<b>Hi</b> & caf\u00E9 Gr\u00FC\u00DF"},
+                                 {"PictureCanvas", ""},
+                                 {"QuitBtn", " "},
+                                 {"URLLabel", "example.org"}};
+            EXPECT_EQ(texts, dress);
             const QImage seen = window.grab().toImage();
             EXPECT_EQ(Pixels(seen, 0, 0, 5), "rbwgg") << "the background";
             EXPECT_EQ(Pixels(seen, 0, 199, 5) + Pixels(seen, 0, 200, 5), "gggggwwwww");
@@ -107,32 +104,11 @@ TEST_F(Startup, TheWindowIsDressedAsThePackageSays) {
             EXPECT_EQ(Pixels(seen, 19, 13, 6) + Pixels(seen, 19, 14, 6), "ggkrrggggggg");
             EXPECT_EQ(Pixels(seen, 311, 12, 5), "gbgrr") << "the logo";
             EXPECT_EQ(Pixels(seen, 374, 12, 3) + Pixels(seen, 312, 13, 3), "rrgggg") << "cut at its place";
-            EXPECT_LT(CountOf('g', seen, {96, 14, 204, 77}), 204 * 77) << "the message";
-            EXPECT_LT(CountOf('w', seen, {20, 227, 356, 10}), 356 * 10) << "the copyright";
-            EXPECT_GT(CountOf('b', seen, {150, 104, 96, 20}), 40) << "the link, underlined in the middle";
-            const auto& message = Find<QLabel>(window, "MessageLabel");
-            EXPECT_TRUE(message.alignment() & Qt::AlignHCenter);
-            EXPECT_EQ(message.toolTip(), "");
-            const auto place = [&](const char* name) { return Find<QPushButton>(window, name).geometry(); };
-            EXPECT_GT(place("InfoBtn").width(), 80);
-            EXPECT_LT(place("InfoBtn").right(), place("QuitBtn").left());
-            EXPECT_LT(place("QuitBtn").right(), place("InstallBtn").left());
-            EXPECT_LT(place("InstallBtn").right(), window.width());
-          }});
-  RunInVain();
-  fPackage.textData[2] = std::string(3000, 'W') + "<";
-  fPackage.textData[6] = "||" + std::string(200, 'I');
-  Expect({.window = kMain, .press = "QuitBtn", .look = [](QWidget& window) {
-            window.grab();
-            const auto tip = [&](const char* name) {
-              QTextDocument shown;
-              shown.setHtml(Find<QWidget>(window, name).toolTip());
-              return shown.toPlainText().remove(QChar(0x200B));
-            };
-            EXPECT_EQ(tip("MessageLabel"), QString(3000, 'W') + "<");
-            EXPECT_EQ(tip("InstallBtn"), QString(200, 'I'));
-            EXPECT_TRUE(Find<QPushButton>(window, "InstallBtn").text().endsWith("…"));
-            EXPECT_LE(Find<QWidget>(window, "InstallBtn").geometry().right(), 376);
+            std::string line;
+            for (int y = 104; y < 124; ++y) line += Pixels(seen, 150, y, 96);
+            EXPECT_GT(std::count(line.begin(), line.end(), 'b'), 40) << "the link, underlined in the middle";
+            EXPECT_TRUE(Find<QLabel>(window, "MessageLabel").alignment() & Qt::AlignHCenter);
+            EXPECT_GT(Find<QPushButton>(window, "InfoBtn").width(), 80);
           }});
   RunInVain();
   fPackage.data[6] = "FF[9,64,64";
@@ -149,7 +125,6 @@ TEST_F(Startup, TheWindowIsDressedAsThePackageSays) {
 
 TEST_F(Startup, TheLinkShowsAndOpensWhatThePackageSays) {
   const char* const rows[][4] = {
-      {"", "", "", ""},
       {"", "Our home", "Our home", ""},
       {"example.org", "", "example.org", "http://example.org"},
       {" HTTP://EXAMPLE.ORG\t", "See", "See", "HTTP://EXAMPLE.ORG"},
@@ -163,26 +138,20 @@ TEST_F(Startup, TheLinkShowsAndOpensWhatThePackageSays) {
               EXPECT_EQ(Shown(window)["URLLabel"], shown) << address;
               QWidget& link = Find<QLabel>(window, "URLLabel");
               QTest::mouseClick(&link, Qt::LeftButton);
-              for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space, Qt::Key_A})
-                QTest::keyClick(&link, key);
-              EXPECT_TRUE(link.focusPolicy() & Qt::TabFocus);
+              for (const Qt::Key key : {Qt::Key_Return, Qt::Key_A}) QTest::keyClick(&link, key);
             }});
     Run(address);
-    EXPECT_EQ(fMachine.fAddresses, std::vector<std::string>(*opens == '\0' ? 0 : 3, opens)) << address;
+    EXPECT_EQ(fMachine.fAddresses, std::vector<std::string>(*opens == '\0' ? 0 : 2, opens)) << address;
   }
 }
 
-TEST_F(Startup, AddressesReachTheDesktopAsTheyWereWritten) {
+TEST_F(Startup, OnlyWebAddressesReachTheDesktopAsTheyWereWritten) {
   fTree.Write("bin/xdg-open", "#!/bin/sh\nprintf '%s %s\\n' $# \"$1\" >> \"${0%/bin/*}/opened\"\n", 0755);
-  const std::string path = std::getenv("PATH");
-  ::setenv("PATH", (fTree.Path("bin") + ":" + path).c_str(), 1);
+  ::setenv("PATH", (fTree.Path("bin") + ":" + std::getenv("PATH")).c_str(), 1);
   const std::string address = "HTTP://Example.ORG/%7eA b?x='$(y)'&z=\u00E9#f";
-  for (const std::string& refused :
-       {std::string("file:///etc/passwd"), fTree.Path("bin/xdg-open"), std::string("-http://x"),
-        std::string("http:"), std::string("http://x\ny")})
+  for (const char* refused : {"file:///etc/passwd", "/bin/true", "-http://x", "http:", "http://x\ny"})
     fToolkit.ShowURL(refused);
   fToolkit.ShowURL(" " + address + "\n");
   for (int look = 0; look < 500 && !fTree.Has("opened"); ++look) QTest::qWait(10);
   EXPECT_EQ(fTree.Read("opened"), "1 " + address + "\n");
-  ::setenv("PATH", path.c_str(), 1);
 }

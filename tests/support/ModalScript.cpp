@@ -44,7 +44,7 @@ ModalScript::ModalScript() {
     fProblems += "stuck: " + NameOf(*window) + "\n";
     Application::Quit(0);
   });
-  fPatience.start(10'000);
+  fPatience.start(40'000);
 }
 
 std::string ModalScript::TakeProblems() {

@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "support/ScriptedServer.h"
 
-#include <sys/socket.h>
-
 #include <QSslKey>
 #include <QSslServer>
-#include <QTimer>
 #include <utility>
 
 namespace {
@@ -16,17 +13,6 @@ bool IsWhole(const std::string& request) {
   if (end == std::string::npos) return false;
   const std::size_t length = request.find("Content-Length: ");
   return length > end || request.size() >= end + 4 + std::stoul(request.substr(length + 16));
-}
-
-void End(QTcpSocket& socket, Reply::End end) {
-  if (end == Reply::Reset) {
-    const linger none{1, 0};
-    ::setsockopt(static_cast<int>(socket.socketDescriptor()), SOL_SOCKET, SO_LINGER, &none, sizeof none);
-    socket.flush();
-    socket.abort();
-  } else if (end == Reply::Close) {
-    socket.disconnectFromHost();
-  }
 }
 
 }  // namespace
@@ -108,13 +94,7 @@ void ScriptedServer::Respond(QTcpSocket& socket, const Reply& reply) {
     QObject::connect(&socket, &QTcpSocket::bytesWritten, &socket, [&socket, last] {
       if (socket.bytesToWrite() == 0) socket.write(last);
     });
-  } else if (!reply.drip.empty()) {
-    auto* timer = new QTimer(&socket);
-    QObject::connect(timer, &QTimer::timeout, &socket, [&socket, drip = reply.drip, next = 0U]() mutable {
-      socket.write(&drip[next++ % drip.size()], 1);
-    });
-    timer->start(1);
-  } else {
-    End(socket, reply.end);
+  } else if (reply.end == Reply::Close) {
+    socket.disconnectFromHost();
   }
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A web server on this machine that says what the case wants, well-formed or not, as slowly as it wants.
+// A web server on this machine that says what the case wants, well-formed or not.
 #pragma once
 
 #include <QSslConfiguration>
@@ -13,10 +13,9 @@
 #include <vector>
 
 struct Reply {
-  enum End { Close, Hang, Reset };
+  enum End { Close, Hang };
   std::string bytes{};   // head and body, all at once
-  std::string drip{};    // then a byte each millisecond, over and over
-  End end = Close;       // after the bytes, unless more drips
+  End end = Close;       // after the bytes
   bool endless = false;  // the last 64 KiB of the bytes again and again
 };
 

@@ -8,41 +8,25 @@ here=$(cd "$(dirname "$0")" && pwd)
 . "$here/driver.sh"
 
 start_walk
-bundle=$work/media/Patch.app
 installed=$HOME/Applications/Demo
-mkdir -p "$installed/Sub/Old" "$work/outside" "$work/patch/DemoPatch/Sub/Old*Delete*" "$work/patch/DemoPatch/New"
-for file in kept tool gone.txt Sub/kept Sub/Old/file .settings; do echo old > "$installed/$file"; done
-ln -s "$work/outside" "$installed/exit"
-cd "$work/patch/DemoPatch"
-mkdir exit
-for file in tool Sub/new New/file 'gone*Delete*.txt' .settings exit/escaped; do echo new > "$file"; done
-chmod 755 tool
-ln -s tool link
-(cd .. && zip -qry "$work/patch.zip" DemoPatch)
+mkdir -p "$installed/Sub" "$work/outside" "$work/DemoPatch/"{New,exit}
 cd "$work"
-"$here/write-package" "$bundle" "$bin" "$work/patch.zip" <<< '{2: "1", 7: "1"}, {7: "Demo", 9: "Patch", 13: "1"}'
+echo old | tee "$installed/"{kept,tool,gone.txt} > "$installed/Sub/kept"
+ln -s "$work/outside" "$installed/exit"
+echo new | tee DemoPatch/{tool,New/file,'gone*Delete*.txt'} > DemoPatch/exit/escaped
+chmod 755 DemoPatch/tool
+zip -qry patch.zip DemoPatch
+"$here/write-package" media/Patch.app "$bin" patch.zip <<< '{2: "1", 7: "1"}, {7: "Demo", 9: "Patch", 13: "1"}'
 
 start_display
-echo "patch: applied, past an item that would leave the installation"
-"$bundle/Contents/MacOS/TessarineStub" &
+media/Patch.app/Contents/MacOS/TessarineStub &
 installer=$!
 await_window "Patch"
-main=$WINDOW
 press Return
-await_window "Patch" "$main" # Patch Failed: .../exit/escaped
+await_window "Patch" "$WINDOW" # Patch Failed: .../exit/escaped
 press Return
 await_end "$installer"
-tree=$(cd "$installed" && find . -mindepth 1 \( -type f -printf '%P %m ' -exec cat {} \; -o -printf '%P %l\n' \) | sort)
-[ "$tree" = ".settings 644 old
-New 
-New/file 644 new
-Sub 
-Sub/kept 644 old
-Sub/new 644 new
-exit $work/outside
-kept 644 old
-link tool
-tool 755 new" ] || die "the patched tree: $tree"
-[ -z "$(ls -A "$work/outside")" ] || die "the patch left the installation"
-[ "$(ls -A "$HOME/Applications")" = Demo ] || die "left beside the installation: $(ls -A "$HOME/Applications")"
+tree=$(cd "$installed" && find . -type f -printf '%P %m ' -exec cat {} \; | sort | tr '\n' ' ')
+[ "$tree" = "New/file 644 new Sub/kept 644 old kept 644 old tool 755 new " ] || die "the patched tree: $tree"
+[ -z "$(ls -A outside)" ] && [ "$(ls -A "$HOME/Applications")" = Demo ] || die "something lies beside the installation"
 echo "patch: passed"

@@ -9,19 +9,14 @@ here=$(cd "$(dirname "$0")" && pwd)
 
 start_walk
 temporary=$work/tessarine-$(id -u)
-mkdir -p "$work/payload/Demo" "$work/drive" "$work/disc2" "$work/disc3" "$work/chosen"
-head -c 300000 /dev/urandom > "$work/payload/Demo/data"
-(cd "$work/payload" && zip -qr "$work/payload.zip" Demo)
+mkdir -p "$work/Demo" "$work/drive" "$work/disc2" "$work/disc3" "$work/chosen"
+head -c 300000 /dev/urandom > "$work/Demo/data"
+(cd "$work" && zip -qr payload.zip Demo)
 "$here/write-package" "$work/drive/Setup.app" "$bin" "$work/payload.zip" 100000 100000 \
   <<< '{}, {7: "Demo", 9: "Split"}'
 mv -t "$work/disc2" "$work/drive/Data#2"
 mv -t "$work/disc3" "$work/drive/Data#End"
 
-# Takes the disc out of the drive and puts another one in.
-change_disc() {
-  mv "$work/drive" "$work/out.$1"
-  mv "$work/disc$1" "$work/drive"
-}
 # Starts the installer and leads its copy to the first question for a disc. Sets copy.
 start_install() {
   "$work/drive/Setup.app/Contents/MacOS/TessarineStub" &
@@ -49,14 +44,13 @@ printf 'mine' | xclip -i -selection clipboard # taken over by the installer, whi
 start_install
 [ "$(xclip -o -selection clipboard)" = "$work/drive/" ] || die "the clipboard: $(xclip -o -selection clipboard)"
 [ ! -e "$before" ] || die "the copy of an earlier run was left"
-press Return # the disc isn't in yet
-await_window "Confirmation" "$WINDOW"
-change_disc 2
-press Return
-await_window "Confirmation" "$WINDOW"
-change_disc 3
-press Return
+for disc in 2 3; do
+  mv "$work/drive" "$work/out$disc"
+  mv "$work/disc$disc" "$work/drive"
+  press Return
+  if [ $disc = 2 ]; then await_window "Confirmation" "$WINDOW"; fi
+done
 await_end "$copy"
-cmp "$work/payload/Demo/data" "$work/chosen/Demo/data" || die "the installed file differs"
+cmp "$work/Demo/data" "$work/chosen/Demo/data" || die "the installed file differs"
 [ "$(ls -A "$work/chosen")" = Demo ] || die "left beside the target: $(ls -A "$work/chosen")"
 echo "split: passed"

@@ -121,6 +121,10 @@ class Builder {
       fs::create_directories(source.folder / "Contents" / "MacOS");
       fs::copy_file(fRuntime / kCleanupProgram, source.folder / "Contents" / "MacOS" / kCleanupProgram);
       WriteFile(source.folder / "Contents" / "Info.plist", InfoPlist(kCleanupProgram, kCleanupProgram));
+      // As old as the program, so that it makes the same bytes each time.
+      const fs::file_time_type time = fs::last_write_time(fRuntime / kCleanupProgram);
+      for (const fs::path& item : fs::recursive_directory_iterator(source.folder))
+        fs::last_write_time(item, time);
     }
     const fs::path archive = MakeArchive("cleanup.program", source, source.zip.empty() ? "" : "Contents");
     ScrambleFile(archive, {{"Data3", fs::file_size(archive)}}, Resources(), Resources());

@@ -120,7 +120,7 @@ void ReadTarget(Section& section, Description& description) {
   to.fTargetFolder = section.Text("targetFolder");
   to.fApplicationFolder = section.Flag("applicationFolder");
   to.fInstallationPatch = section.Flag("patch");
-  to.fPromptToReplace = section.Flag("promptToReplace");
+  to.fPromptToReplace = section.Flag("promptToReplace", true);
   to.fMinOS = ReadKeyword(section, "minOS", VersionKeywords());
   to.fMinRAM = ReadKeyword(section, "minRAM", MemoryKeywords());
   const std::string fault = TargetFault(to.fTargetFolder, PayloadFolder(description));

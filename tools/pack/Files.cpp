@@ -2,11 +2,13 @@
 // Reading, writing, copying and removing.
 #include "pack/Files.h"
 
-#include <stdlib.h>
+#include <fcntl.h>
 
 #include <fstream>
 #include <iterator>
 
+#include "base/FolderNames.h"
+#include "base/TreeDelete.h"
 #include "pack/Refusal.h"
 
 namespace pack {
@@ -31,16 +33,6 @@ void CopyItem(const fs::path& from, const fs::path& to) {
   fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
 }
 
-void RemoveTree(const fs::path& tree) {
-  std::error_code ignored;
-  if (fs::is_directory(fs::symlink_status(tree, ignored))) {
-    fs::permissions(tree, fs::perms::owner_all, fs::perm_options::add, ignored);
-    for (fs::directory_iterator i(tree, ignored), end; !ignored && i != end; i.increment(ignored))
-      RemoveTree(i->path());
-  }
-  fs::remove(tree, ignored);
-}
-
 void RenameAll(const std::vector<std::pair<fs::path, fs::path>>& renames) {
   for (auto step = renames.begin(); step != renames.end(); ++step) {
     std::error_code error;
@@ -54,11 +46,19 @@ void RenameAll(const std::vector<std::pair<fs::path, fs::path>>& renames) {
 }
 
 Staging::Staging(const fs::path& sibling) {
-  std::string name = sibling.parent_path() / ".";
-  name += sibling.filename().string() + ".XXXXXX";
-  if (::mkdtemp(name.data()) == nullptr)
-    throw Refusal(sibling.parent_path().string(), "is no folder that can be written to");
-  path = name;
+  const fs::path parent = sibling.parent_path();
+  const std::string prefix = "." + sibling.filename().string() + "-";
+  fParent = Descriptor(::open(parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  for (const std::string& name : NamesIn(fParent.Get()).value_or(std::vector<std::string>()))
+    if (name.starts_with(prefix) && LockedFolder::IfLeft(fParent.Get(), name).lock)
+      static_cast<void>(DeleteTreeIn(fParent.Get(), name));  // in nobody's way but the disk's
+  fFolder = LockedFolder::Make(fParent.Get(), prefix);
+  if (!fFolder.lock) throw Refusal(parent.string(), "is no folder that can be written to");
+  path = parent / fFolder.name;
+}
+
+Staging::~Staging() {
+  static_cast<void>(DeleteTreeIn(fParent.Get(), fFolder.name));  // the next run tries again
 }
 
 }  // namespace pack

@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "base/Scramble.h"
+#include "pack/Interrupt.h"
 #include "pack/Refusal.h"
 
 namespace pack {
@@ -25,6 +26,7 @@ void ScramblePiece(std::ifstream& in, const fs::path& to, std::uintmax_t positio
     buffer.resize(static_cast<std::size_t>(std::min<std::uintmax_t>(kBufferSize, size - done)));
     if (!in.read(buffer.data(), static_cast<std::streamsize>(buffer.size())))
       throw std::runtime_error("The archive can't be read back.");
+    CheckInterrupted();
     ScrambleBytes(buffer.data(), buffer.size(), position + done);
     out.write(buffer.data(), static_cast<std::streamsize>(buffer.size()));
   }

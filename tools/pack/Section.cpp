@@ -64,9 +64,9 @@ const json* Section::Find(const std::string& key) {
   return found == fJson.end() ? nullptr : &*found;
 }
 
-bool Section::Flag(const std::string& key) {
+bool Section::Flag(const std::string& key, bool otherwise) {
   const json* value = Find(key);
-  if (value == nullptr) return false;
+  if (value == nullptr) return otherwise;
   if (!value->is_boolean()) Refuse(key, "must be true or false");
   return *value == true;
 }

@@ -33,7 +33,8 @@ class Section {
   /// The key's value, nullptr if it is absent. Asking for a key makes it a known one, here and in all below.
   const nlohmann::json* Find(const std::string& key);
 
-  bool Flag(const std::string& key);
+  /// `otherwise` where the key is absent.
+  bool Flag(const std::string& key, bool otherwise = false);
   std::int64_t Number(const std::string& key, std::int64_t smallest, std::int64_t largest);
   /// A string, or an object that names a file: {"file": "x.txt"}. Lines end in LF; the line end that closes a
   /// file isn't part of its text.

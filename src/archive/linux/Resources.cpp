@@ -29,16 +29,31 @@ std::uint64_t OfTheSystem() {
   return kUnknown;
 }
 
-/// What the control group of this process may still take: memory.max and memory.current.
-std::uint64_t OfTheGroup() {
+/// The least of a limit's files in a group's folder and those above it, up to `root`.
+std::uint64_t LimitAbove(const std::string& root, std::string group, const std::string& file) {
+  std::uint64_t least = kUnknown;
+  for (;; group.erase(group.rfind('/'))) {
+    least = std::min(least, NumberIn(root + group + "/" + file));
+    if (group.find('/') == group.npos) return least;
+  }
+}
+
+/// What the control groups of this process allow in all. How much of it is taken tells little: files that
+/// were read count too.
+std::uint64_t OfTheGroups() {
+  std::uint64_t least = kUnknown;
   std::ifstream file("/proc/self/cgroup");
   for (std::string line; std::getline(file, line);) {
-    if (!line.starts_with("0::/")) continue;
-    const std::string folder = "/sys/fs/cgroup" + line.substr(3);
-    const std::uint64_t most = NumberIn(folder + "/memory.max"), used = NumberIn(folder + "/memory.current");
-    if (most != kUnknown && used != kUnknown) return most - std::min(most, used);
+    const std::size_t first = line.find(':'), second = line.find(':', first + 1);
+    if (second == line.npos) continue;
+    const std::string controllers = "," + line.substr(first + 1, second - first - 1) + ",";
+    const std::string group = line.substr(second + 1) == "/" ? "" : line.substr(second + 1);
+    if (line.starts_with("0::"))
+      least = std::min(least, LimitAbove("/sys/fs/cgroup", group, "memory.max"));
+    else if (controllers.find(",memory,") != controllers.npos)
+      least = std::min(least, LimitAbove("/sys/fs/cgroup/memory", group, "memory.limit_in_bytes"));
   }
-  return kUnknown;
+  return least;
 }
 
 }  // namespace
@@ -50,7 +65,7 @@ unsigned Processors() {
 }
 
 std::uint64_t FreeMemory() {
-  return std::min(OfTheSystem(), OfTheGroup());
+  return std::min(OfTheSystem(), OfTheGroups());
 }
 
 }  // namespace archive

@@ -86,6 +86,9 @@ Status CollectFilesAndLinks(const Source& source, Plan& plan) {
 Result<DirectoryPlace> ReadDirectoryInto(Plan& plan, const Source& source, const std::atomic<bool>* stop) {
   Result<DirectoryPlace> place = FindDirectory(source);
   if (!place.Ok()) return place;
+  // Packed, it takes next to nothing of the file that it bounds otherwise.
+  constexpr std::uint64_t kMostUnpacked = 256 << 20;
+  if (!source.IsCheap() && place->length > kMostUnpacked) return Fail("the archive's directory is too large");
   Result<Directory> directory = ReadDirectory(source, *place, stop);
   if (!directory.Ok()) return directory.Failure();
   plan.directory = std::move(*directory);
@@ -122,8 +125,8 @@ Result<Plan> PlanSolid(const FrameSource& content, const std::atomic<bool>* stop
   if (status.Ok()) status = CollectFilesAndLinks(content, plan);
   if (status.Ok()) status = CheckLinks(plan.tree, plan.links, plan.linkedTo);
   if (!status.Ok()) return status;
-  plan.solid.files.assign(entries.size(), kNoNode);
-  for (const NodeId node : plan.files) plan.solid.files[plan.tree[node].entry] = node;
+  plan.solid.nodes.assign(entries.size(), kNoNode);
+  for (const NodeId node : plan.files) plan.solid.nodes[plan.tree[node].entry] = node;
   return plan;
 }
 
@@ -144,9 +147,10 @@ Result<Plan> ReadPlan(const Source& source, unsigned threads, const std::atomic<
   if (!IsZstandard(source)) return PlanZip(source, threads, stop);
   Result<std::vector<Frame>> frames = ReadFrames(source);
   if (!frames.Ok()) return frames.Failure();
-  const FrameSource content(source, *frames);
+  const FrameSource content(source, *frames, stop);
   if (IsZstandard(content)) return Fail("the archive is packed twice");
   Result<Plan> plan = PlanSolid(content, stop);
+  if (Stopped(stop)) return Interrupted();
   if (plan.Ok()) plan->solid.frames = std::move(*frames);
   return plan;
 }

@@ -20,7 +20,7 @@ namespace archive {
 struct SolidPlan {
   std::vector<Frame> frames;         // none in any other archive
   std::vector<std::uint32_t> order;  // entries, by their places in the content
-  std::vector<NodeId> files;         // of each entry; kNoNode for what is no file
+  std::vector<NodeId> nodes;         // of each entry; kNoNode for what is no file
 
   bool Is() const { return !frames.empty(); }
 };
@@ -40,8 +40,8 @@ struct Plan {
 /// A name that a run takes for its staging folder; no archive may bring one.
 bool IsStagingName(std::string_view name);
 
-/// Reads and judges the whole structure: directory, local headers, names, links. Gives up where `stop` is
-/// set.
+/// Reads and judges the whole structure: directory, names, links, and local headers but for a solid archive.
+/// Gives up where `stop` is set.
 Result<Plan> ReadPlan(const Source& source, unsigned threads, const std::atomic<bool>* stop = nullptr);
 
 }  // namespace archive

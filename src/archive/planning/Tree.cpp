@@ -2,7 +2,7 @@
 // Builds the tree through a hash table over (folder, name).
 #include "archive/planning/Tree.h"
 
-#include <sys/random.h>
+#include <unistd.h>
 
 #include <bit>
 
@@ -36,7 +36,7 @@ std::uint64_t Hash(std::uint64_t seed, NodeId folder, std::string_view name) {
 
 Tree::Tree() : fSeed(0x5851F42D4C957F2D) {
   // An unseeded table is slower under attack, not wrong.
-  if (getrandom(&fSeed, sizeof fSeed, GRND_NONBLOCK) < 0) fSeed ^= 1;
+  if (getentropy(&fSeed, sizeof fSeed) != 0) fSeed ^= 1;
   fNodes.emplace_back();
   Grow(1024);
 }

@@ -65,6 +65,7 @@ std::optional<std::uint64_t> EndOfStreamed(const Source& source, std::uint64_t d
 }  // namespace
 
 Status CutShort(const Source& source) {
+  if (!source.IsCheap()) return Fail("the archive is cut short: its end record is missing");
   Peek peek(source);
   std::optional<Header> last;
   for (auto next = HeaderAt(peek, 0); next; next = HeaderAt(peek, last->end)) {

@@ -22,8 +22,8 @@ struct Entry {
   std::string_view name;        // UTF-8 path, no "/" at its end
   std::uint64_t compressed = 0;
   std::uint64_t size = 0;
-  std::uint64_t header = 0;   // offset of the local header in the file
-  std::uint64_t data = 0;     // offset of the data; known once the local header was read
+  std::uint64_t header = 0;   // offset of the local header in the file, or in what its frames hold
+  std::uint64_t data = 0;     // offset of the data; filled in by the plan
   std::int64_t modified = 0;  // seconds since 1970
   std::uint32_t crc = 0;
   std::uint16_t flags = 0;

@@ -28,8 +28,6 @@ class FrameDecoder {
   Status Need(std::size_t length);
   /// The content, valid up to what was needed.
   const unsigned char* Content() const { return fRoom.get(); }
-  /// How much of it is there.
-  std::size_t Decoded() const { return fOut.pos; }
 
  private:
   Status Damaged() const;

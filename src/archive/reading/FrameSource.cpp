@@ -6,25 +6,18 @@
 #include <cstring>
 
 namespace archive {
-std::size_t FrameAt(const std::vector<Frame>& frames, std::uint64_t offset) {
-  const auto after = std::upper_bound(frames.begin(), frames.end(), offset,
-                                      [](std::uint64_t place, const Frame& f) { return place < f.content; });
-  return static_cast<std::size_t>(after - frames.begin()) - 1;
-}
-
-std::uint32_t LargestOf(const std::vector<Frame>& frames) {
-  return std::max_element(frames.begin(), frames.end(),
-                          [](const Frame& a, const Frame& b) { return a.size < b.size; })
-      ->size;
-}
-
-FrameSource::FrameSource(const Source& file, const std::vector<Frame>& frames)
+FrameSource::FrameSource(const Source& file, const std::vector<Frame>& frames, const std::atomic<bool>* stop)
     : Source(frames.back().End()),
       fFrames(frames),
+      fStop(stop),
       fDecoder(file, LargestOf(frames)),
       fLoaded(frames.size()) {}
 
 bool FrameSource::Load(std::size_t frame) const {
+  if (Stopped(fStop)) {
+    errno = ECANCELED;
+    return false;
+  }
   if (frame != fLoaded) fDecoder.Begin(fFrames[frame]);
   fLoaded = frame;
   if (fDecoder.Need(fFrames[frame].size).Ok()) return true;

@@ -2,7 +2,7 @@
 // What frames hold, read like a file: only those that are asked for are decoded.
 #pragma once
 
-#include <memory>
+#include <atomic>
 #include <mutex>
 #include <vector>
 
@@ -12,26 +12,23 @@
 
 namespace archive {
 
-/// Keeps the frame read last, for those who read on behind it. Both arguments must stay as long as this.
+/// Keeps the frame read last, for those who read on behind it. The arguments must stay as long as this.
 class FrameSource : public Source {
  public:
-  FrameSource(const Source& file, const std::vector<Frame>& frames);
-  /// A frame that can't be decoded is a failure with EBADMSG.
+  FrameSource(const Source& file, const std::vector<Frame>& frames, const std::atomic<bool>* stop = nullptr);
+  /// A few bytes of a file can unpack to gigabytes.
+  bool IsCheap() const override { return false; }
+  /// A frame that can't be decoded is a failure with EBADMSG; one that `stop` came before, with ECANCELED.
   bool ReadAt(std::uint64_t offset, void* to, std::size_t length) const override;
 
  private:
   bool Load(std::size_t frame) const;
 
   const std::vector<Frame>& fFrames;
+  const std::atomic<bool>* const fStop;
   mutable std::mutex fMutex;
   mutable FrameDecoder fDecoder;
   mutable std::size_t fLoaded;
 };
-
-/// The content of the largest, in bytes.
-std::uint32_t LargestOf(const std::vector<Frame>& frames);
-
-/// The frame that holds the byte at `offset` of the content, which must lie in it.
-std::size_t FrameAt(const std::vector<Frame>& frames, std::uint64_t offset);
 
 }  // namespace archive

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstring>
 #include <numeric>
 #include <thread>
 
@@ -147,6 +148,11 @@ Status CompareLocalHeader(std::string_view header, const Entry& entry) {
   Status status = CompareFixed(header.data(), entry, fields);
   if (!status.Ok()) return status;
   if (fixed + fields.extraLength != header.size()) return Disagrees(entry, "has another length");
+  // The directory's bytes lie before the name that it stores.
+  const char* inDirectory = entry.storedName.data() - central::kLength + central::kNeeded;
+  constexpr std::size_t kUpToChecksum = local::kCrc - local::kNeeded;
+  if (std::memcmp(header.data() + local::kNeeded, inDirectory, kUpToChecksum) != 0)
+    return Disagrees(entry, "has another version, flag or time");
   bool isStreamed = false;
   return CompareLengths(fields, header.substr(fixed), entry, isStreamed);
 }

@@ -185,4 +185,16 @@ Result<std::vector<Frame>> ReadFrames(const Source& source) {
   return Reader(source).Read();
 }
 
+std::uint32_t LargestOf(const std::vector<Frame>& frames) {
+  return std::max_element(frames.begin(), frames.end(),
+                          [](const Frame& a, const Frame& b) { return a.size < b.size; })
+      ->size;
+}
+
+std::size_t FrameAt(const std::vector<Frame>& frames, std::uint64_t offset) {
+  const auto after = std::upper_bound(frames.begin(), frames.end(), offset,
+                                      [](std::uint64_t place, const Frame& f) { return place < f.content; });
+  return static_cast<std::size_t>(after - frames.begin()) - 1;
+}
+
 }  // namespace archive

@@ -33,4 +33,9 @@ bool IsZstandard(const Source& source);
 /// that doesn't account for every byte before it, and a file without one.
 Result<std::vector<Frame>> ReadFrames(const Source& source);
 
+/// The content of the largest, in bytes.
+std::uint32_t LargestOf(const std::vector<Frame>& frames);
+/// The frame that holds the byte at `offset` of the content, which must lie in it.
+std::size_t FrameAt(const std::vector<Frame>& frames, std::uint64_t offset);
+
 }  // namespace archive

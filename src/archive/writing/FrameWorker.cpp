@@ -61,7 +61,7 @@ Status FrameWorker::TakeHeader(const Frame& frame, std::uint32_t number) {
 
 Status FrameWorker::TakeContent(std::size_t number, std::uint32_t entryNumber) {
   const Entry& entry = fWork.plan.directory.entries[entryNumber];
-  const NodeId node = fWork.plan.solid.files[entryNumber];
+  const NodeId node = fWork.plan.solid.nodes[entryNumber];
   if (node == kNoNode) return {};  // a folder, a link that the plan has read, or what is left out
   const Frame& frame = fWork.plan.solid.frames[number];
   const Span span = SpanOf(frame, entry.data, entry.data + entry.size);

@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <cstdio>
 #include <exception>
+#include <utility>
 
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
@@ -28,11 +29,18 @@ NativeApplication::NativeApplication(int& argc, char** argv) : QApplication(argc
   setQuitOnLastWindowClosed(false);
 }
 
-/// A key held down answers one question, not the next ones too.
+/// A key held down answers one question, not the next ones too. The X server repeats a key by a release and a
+/// press of the same time; the toolkit takes the press for a new one if it comes a moment after its release.
 bool NativeApplication::IsHeldKey(const QObject* receiver, const QEvent* event) {
-  if (event->type() != QEvent::KeyPress) return false;
+  static std::pair<int, quint64> released;
+  if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease) return false;
   const auto* key = static_cast<const QKeyEvent*>(event);
-  if (!key->isAutoRepeat()) return false;
+  const std::pair now(key->key(), key->timestamp());
+  if (event->type() == QEvent::KeyRelease) {
+    released = now;
+    return false;
+  }
+  if (!key->isAutoRepeat() && (key->timestamp() == 0 || now != released)) return false;
   if (key->key() == Qt::Key_Space) return qobject_cast<const QAbstractButton*>(receiver) != nullptr;
   return key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter || key->key() == Qt::Key_Escape;
 }

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <system_error>
 
+#include "pack/Interrupt.h"
 #include "pack/Refusal.h"
 
 namespace pack {
@@ -47,6 +48,7 @@ void InputFile::RefuseChange() const {
 }
 
 std::size_t InputFile::ReadAt(char* to, std::size_t size, std::uint64_t place) const {
+  CheckInterrupted();
   std::size_t done = 0;
   while (done < size) {
     const ssize_t got = ::pread(fFile, to + done, size - done, static_cast<off_t>(place + done));

@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "pack/Progress.h"
 #include "pack/archive/Crew.h"
 #include "pack/archive/DeflateBlock.h"
 #include "pack/archive/InputFile.h"
@@ -116,9 +117,11 @@ void PutFile(Deflaters& crew, const TreeItem& item, bool deflate, std::size_t bl
     block.bytes.resize(block.begin + part);
     file.Read(block.bytes.data() + block.begin, part);
     rest -= part;
+    Progress::Current().Packed(part);
     if (!block.last && deflate)
       before = block.bytes.substr(block.bytes.size() - std::min(block.bytes.size(), kDeflateWindow));
     if (block.last) file.Finish();
+    if (block.last) Progress::Current().FileDone();
     crew.Put(std::move(block));
   } while (rest > 0);
 }

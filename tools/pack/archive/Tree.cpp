@@ -8,6 +8,11 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <string>
 #include <system_error>
 #include <utility>
 
@@ -27,6 +32,19 @@ struct stat FactsOf(const fs::path& path) {
   if (::lstat(path.c_str(), &facts) != 0)
     throw Refusal(path.string(), "can't be looked at: " + std::generic_category().message(errno));
   return facts;
+}
+
+/// Nothing is said to be newer than $SOURCE_DATE_EPOCH, in seconds since 1970, where that is set: then the
+/// same content makes the same bytes wherever and whenever it was copied.
+std::time_t LatestTime() {
+  const char* variable = std::getenv("SOURCE_DATE_EPOCH");
+  if (variable == nullptr || *variable == '\0') return std::numeric_limits<std::time_t>::max();
+  std::time_t latest = 0;
+  const char* end = variable + std::strlen(variable);
+  const auto [stopped, error] = std::from_chars(variable, end, latest);
+  if (error != std::errc() || stopped != end)
+    throw Refusal("SOURCE_DATE_EPOCH", "is no number of seconds: " + std::string(variable));
+  return latest;
 }
 
 TreeItem MakeItem(const std::string& field, std::string name, const fs::path& path) {
@@ -53,6 +71,7 @@ TreeItem MakeItem(const std::string& field, std::string name, const fs::path& pa
     throw Refusal(field, "holds a name that is no UTF-8 text: " + archive::Quoted(path.string()));
   item.mode = facts.st_mode & (S_IFMT | 0777);
   item.modified = facts.st_mtim;
+  item.stated = std::min<std::time_t>(facts.st_mtim.tv_sec, LatestTime());
   return item;
 }
 

@@ -20,6 +20,7 @@ struct TreeItem {
   Kind kind = Kind::kFile;
   std::uint32_t mode = 0;  ///< type and access rights
   timespec modified{};     ///< last change of the content
+  std::time_t stated = 0;  ///< what the archive says of it, in seconds since 1970
   std::uint64_t size = 0;  ///< of a file
   std::string target;      ///< of a link
 };

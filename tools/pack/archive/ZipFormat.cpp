@@ -43,7 +43,7 @@ std::uint16_t FlagsFor(const std::string& name) {
 
 // From the version to the sizes, which both headers have alike.
 void PutCommon(std::string& to, const ZipEntry& entry, std::uint16_t version) {
-  const auto [time, date] = DosTimeAndDate(entry.item->modified.tv_sec);
+  const auto [time, date] = DosTimeAndDate(entry.item->stated);
   PutLittle(to, version, 2);
   PutLittle(to, FlagsFor(entry.item->name), 2);
   PutLittle(to, entry.method, 2);
@@ -65,7 +65,7 @@ std::string ExtraFields(const ZipEntry& entry, bool farOff) {
     if (IsBig(entry)) PutLittle(extra, entry.packed, 8);
     if (farOff) PutLittle(extra, entry.place, 8);
   }
-  const std::time_t time = std::clamp<std::time_t>(entry.item->modified.tv_sec, INT32_MIN, INT32_MAX);
+  const std::time_t time = std::clamp<std::time_t>(entry.item->stated, INT32_MIN, INT32_MAX);
   PutLittle(extra, kUnixTime, 2);
   PutLittle(extra, 5, 2);
   PutLittle(extra, 1, 1);  // of the times that the field could hold, that of the last change
