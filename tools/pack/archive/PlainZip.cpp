@@ -112,7 +112,7 @@ void PutFile(Deflaters& crew, const TreeItem& item, bool deflate, std::size_t bl
   std::uint64_t rest = item.size;
   do {
     const std::size_t part = std::min<std::uint64_t>(rest, blockSize);
-    Block block{&item, std::move(before), 0, rest == item.size, rest == part, deflate};
+    Block block{&item, std::exchange(before, {}), 0, rest == item.size, rest == part, deflate};
     block.begin = block.bytes.size();
     block.bytes.resize(block.begin + part);
     file.Read(block.bytes.data() + block.begin, part);

@@ -28,8 +28,8 @@ struct Settings {
   std::size_t memory;  // what a worker and the frames on their way to it take
 };
 
-// Measured on programs and libraries: 4 gives less than 5 where the order is by likeness; 10 takes 40 % longer
-// than 9 for 1 %; from 16 on it is ten times as long, and above 19 nothing is gained.
+// Measured on programs and libraries: 4 gives less than 5 where the order is by likeness; 10 takes 40 %
+// longer than 9 for 1 %; from 16 on it is ten times as long, and above 19 nothing is gained.
 Settings SettingsFor(Level level) {
   switch (level) {
     case Level::kFast:
