@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // From the start to the dressed window, and out again.
-#include "session/Requirements.h"
+#include "package/Requirements.h"
 #include "session/SessionTest.h"
 
 TEST(Requirements, AreMetAtTheirThreshold) {

@@ -149,10 +149,10 @@ Status CompareLocalHeader(std::string_view header, const Entry& entry) {
   if (!status.Ok()) return status;
   if (fixed + fields.extraLength != header.size()) return Disagrees(entry, "has another length");
   // The directory's bytes lie before the name that it stores.
-  const char* inDirectory = entry.storedName.data() - central::kLength + central::kNeeded;
-  constexpr std::size_t kUpToChecksum = local::kCrc - local::kNeeded;
-  if (std::memcmp(header.data() + local::kNeeded, inDirectory, kUpToChecksum) != 0)
-    return Disagrees(entry, "has another version, flag or time");
+  const char* inDirectory = entry.storedName.data() - central::kLength + central::kFlags;
+  constexpr std::size_t kUpToChecksum = local::kCrc - local::kFlags;
+  if (std::memcmp(header.data() + local::kFlags, inDirectory, kUpToChecksum) != 0)
+    return Disagrees(entry, "has other flags or another time");
   bool isStreamed = false;
   return CompareLengths(fields, header.substr(fixed), entry, isStreamed);
 }

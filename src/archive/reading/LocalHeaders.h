@@ -17,8 +17,9 @@ namespace archive {
 /// Entries by the place of their headers.
 std::vector<std::uint32_t> OrderInFile(const std::vector<Entry>& entries);
 
-/// Whether a local header is what the entry in the directory is, from the version that is needed to the name;
-/// extra fields may differ. `header` holds all its bytes, up to the data.
+/// Whether a local header is what the entry in the directory is, from the flags to the name; the
+/// version that is needed may differ, for the offset is in the directory alone, and so may extra fields.
+/// `header` holds all its bytes, up to the data.
 Status CompareLocalHeader(std::string_view header, const Entry& entry);
 
 /// Reads every local header, and the record behind the data where there is one. Each must agree with its

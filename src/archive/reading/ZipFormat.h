@@ -33,8 +33,8 @@ constexpr std::uint64_t kWrap32 = std::uint64_t{1} << 32;
 
 namespace local {  // before each entry's data
 constexpr std::uint32_t kMark = 0x04034B50;
-constexpr std::size_t kNeeded = 4, kFlags = 6, kMethod = 8, kCrc = 14, kCompressed = 18, kSize = 22,
-                      kNameLength = 26, kExtraLength = 28, kLength = 30;
+constexpr std::size_t kFlags = 6, kMethod = 8, kCrc = 14, kCompressed = 18, kSize = 22, kNameLength = 26,
+                      kExtraLength = 28, kLength = 30;
 }  // namespace local
 
 namespace descriptor {  // after the data of a streamed entry; the mark may be missing
@@ -44,7 +44,7 @@ constexpr std::size_t kShortest = 12, kLongest = 24;
 
 namespace central {  // one a directory entry
 constexpr std::uint32_t kMark = 0x02014B50;
-constexpr std::size_t kHost = 5, kNeeded = 6, kFlags = 8, kMethod = 10, kTime = 12, kDate = 14, kCrc = 16,
+constexpr std::size_t kHost = 5, kFlags = 8, kMethod = 10, kTime = 12, kDate = 14, kCrc = 16,
                       kCompressed = 20, kSize = 24, kNameLength = 28, kExtraLength = 30, kCommentLength = 32,
                       kDisk = 34, kAttributes = 38, kOffset = 42, kLength = 46;
 }  // namespace central
