@@ -55,8 +55,9 @@ json.dump({
     "cleanup": {"mode": "deleteFolder"},
     "actions": [
         "preinstallcopy=" + work + "/early;" + work + "/saved", "preinstalldelete=" + work + "/early",
-        "delete=" + work + "/link", "Tool.app=" + work + "/copied", "absent=/absent",
+        "delete=" + work + "/link", "Tool.app=" + work + "/copied",
         "shell=pwd > '" + work + "/shell'; ditto -xk none none; echo refused $? >> '" + work + "/shell'",
+        "absent=/absent",  # a command may have made it
         hostile + "=UserAccount/new/" + hostile]}, sys.stdout)
 END
 "$bin/tessarine-pack" "$work/package.json" "$media/Setup.app"
