@@ -3,6 +3,8 @@
 
 #include <unistd.h>
 
+#include <cmath>
+
 namespace pack {
 namespace {
 
@@ -23,7 +25,7 @@ std::string ProgressText(std::uint64_t files, std::uint64_t done, std::uint64_t 
   constexpr std::uint64_t kMega = 1'000'000;
   std::string text = "Packing: " + Grouped(files) + (files == 1 ? " file, " : " files, ") +
                      Grouped(done / kMega) + " of " + Grouped((bytes + kMega - 1) / kMega) + " MB";
-  if (left >= 0) text += ", " + Grouped(static_cast<std::uint64_t>(left + 0.5)) + " s left";
+  if (left >= 0) text += ", " + Grouped(static_cast<std::uint64_t>(std::llround(left))) + " s left";
   return text;
 }
 
